@@ -1,0 +1,53 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test label:
+#   unit  in an AddressSanitizer + UndefinedBehaviorSanitizer build (build-asan/)
+#   gl    in the release build (build/) under xvfb-run with Mesa's software rasteriser
+#   e2e   the real program in the release build, under xvfb-run
+# Ends with one summary line "tests: N passed, N failed".
+set -uo pipefail
+root="$(cd "$(dirname "$0")/.." && pwd)"
+cd "$root"
+
+bash scripts/install-deps.sh || exit 1
+
+jobs="$(nproc 2>/dev/null || echo 2)"
+export LIBGL_ALWAYS_SOFTWARE=1
+export ALSOFT_DRIVERS=null
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+
+cmake -S . -B build -DCMAKE_BUILD_TYPE=Release -DVANTLE_TESTS=ON >/dev/null || exit 1
+cmake --build build -j "$jobs" || exit 1
+cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DVANTLE_SANITIZE=ON -DVANTLE_BENCH=OFF \
+    -DVANTLE_CONTENT=OFF -DVANTLE_CONTENT_RUN_DIR="$root/build/run" >/dev/null || exit 1
+cmake --build build-asan -j "$jobs" || exit 1
+
+passed=0
+failed=0
+log="$(mktemp)"
+run_label() {
+    local dir="$1" label="$2"
+    shift 2
+    echo "== $label tests =="
+    (cd "$dir" && "$@" ctest -L "^$label\$" --output-on-failure -j "$jobs" --timeout 600) 2>&1 | tee "$log"
+    local line
+    line="$(grep -E 'tests passed, [0-9]+ tests? failed out of [0-9]+' "$log" | tail -1)"
+    if [ -n "$line" ]; then
+        local total fails
+        total="$(echo "$line" | sed -E 's/.*out of ([0-9]+).*/\1/')"
+        fails="$(echo "$line" | sed -E 's/.* ([0-9]+) tests? failed.*/\1/')"
+        passed=$((passed + total - fails))
+        failed=$((failed + fails))
+    elif ! grep -q 'No tests were found' "$log"; then
+        failed=$((failed + 1))
+    fi
+}
+
+xvfb=(xvfb-run -a -s "-screen 0 1280x1024x24")
+run_label build-asan unit
+run_label build gl "${xvfb[@]}"
+run_label build e2e "${xvfb[@]}"
+rm -f "$log"
+
+echo "tests: $passed passed, $failed failed"
+[ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]

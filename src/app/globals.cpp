@@ -1,0 +1,36 @@
+// Every engine service is one global object, and all of them are defined here,
+// in one translation unit, so that C++ constructs them in exactly this order
+// before main runs and destroys them in the reverse order after it returns.
+// Each subsystem's header declares its own extern. Keep the order: it is the
+// order the services depend on one another at shutdown.
+#include "app/console.h"
+#include "resources/resource_manager.h"
+
+//  1 end location            (closing scenes)
+//  2 game model              (level loading)
+//  3 collision world         (game)
+//  4 HUD score text          (text batch)
+//  5 level title text        (text batch)
+//  6 completion text         (text batch)
+//  7 menu location           (title menu)
+//  8 flare set               (title menu)
+//  9 logo model 1            (title menu)
+// 10 logo model 2            (title menu)
+// 11 logo text               (text batch)
+// 12 g_window
+// 13 sound system
+// 14 texture manager
+// 15 g_gui
+// 16 g_camera
+ResourceManager g_resources;     // 17
+// 18 g_debugValues
+// 19 g_netDebugText
+// 20 g_debugTitles
+// 21 g_loadingText
+Console g_console;               // 22
+// 23 music streamer
+// 24 g_netHost
+// 25 g_netPeer
+// 26 screen texture
+// 27 g_location
+// 28 g_debugMenu
