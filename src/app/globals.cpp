@@ -5,6 +5,7 @@
 // order the services depend on one another at shutdown.
 #include "app/console.h"
 #include "resources/resource_manager.h"
+#include "ui/text_batch.h"
 
 //  1 end location            (closing scenes)
 //  2 game model              (level loading)
@@ -23,10 +24,10 @@
 // 15 g_gui
 // 16 g_camera
 ResourceManager g_resources;     // 17
-// 18 g_debugValues
-// 19 g_netDebugText
-// 20 g_debugTitles
-// 21 g_loadingText
+TextBatch g_debugValues;         // 18
+TextBatch g_netDebugText;        // 19
+TextBatch g_debugTitles;         // 20
+TextBatch g_loadingText;         // 21
 Console g_console;               // 22
 // 23 music streamer
 // 24 g_netHost
