@@ -4,6 +4,8 @@
 // Each subsystem's header declares its own extern. Keep the order: it is the
 // order the services depend on one another at shutdown.
 #include "app/console.h"
+#include "audio/music_player.h"
+#include "audio/sound_system.h"
 #include "resources/resource_manager.h"
 #include "ui/text_batch.h"
 
@@ -19,7 +21,7 @@
 // 10 logo model 2            (title menu)
 // 11 logo text               (text batch)
 // 12 g_window
-// 13 sound system
+SoundSystem g_sound;             // 13
 // 14 texture manager
 // 15 g_gui
 // 16 g_camera
@@ -29,7 +31,7 @@ TextBatch g_netDebugText;        // 19
 TextBatch g_debugTitles;         // 20
 TextBatch g_loadingText;         // 21
 Console g_console;               // 22
-// 23 music streamer
+MusicPlayer g_music;             // 23
 // 24 g_netHost
 // 25 g_netPeer
 // 26 screen texture

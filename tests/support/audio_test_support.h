@@ -1,0 +1,91 @@
+// Inputs for the audio tests, made in code: sine tones as PCM, WAV images
+// built chunk by chunk, and resource directories to load them from.
+#pragma once
+
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "test_support.h"
+
+namespace test {
+
+// Interleaved 16-bit samples of a sine tone, the same in every channel.
+inline std::vector<short> SineSamples(unsigned int frames, int channels, double rate, double frequency,
+                                      double amplitude = 12000.0) {
+    std::vector<short> samples(frames * channels);
+    for (unsigned int i = 0; i < frames; i++) {
+        short v = static_cast<short>(lround(amplitude * sin(2.0 * M_PI * frequency * i / rate)));
+        for (int c = 0; c < channels; c++) {
+            samples[i * channels + c] = v;
+        }
+    }
+    return samples;
+}
+
+// One RIFF chunk: id, 32-bit little-endian size and body (no padding).
+inline std::vector<unsigned char> Chunk(const char* id, const std::vector<unsigned char>& body,
+                                        unsigned int declaredSize = 0xFFFFFFFFu) {
+    unsigned int size = declaredSize == 0xFFFFFFFFu ? static_cast<unsigned int>(body.size()) : declaredSize;
+    std::vector<unsigned char> out(id, id + 4);
+    for (int i = 0; i < 4; i++) {
+        out.push_back((size >> (8 * i)) & 0xFF);
+    }
+    out.insert(out.end(), body.begin(), body.end());
+    return out;
+}
+
+// A "fmt " body of the given length: PCM tag, channels, rate, block align, bits; extra bytes zero.
+inline std::vector<unsigned char> FmtBody(int channels, unsigned int rate, int blockAlign, int bits,
+                                          size_t length = 16) {
+    std::vector<unsigned char> b(length, 0);
+    unsigned int byteRate = rate * blockAlign;
+    unsigned char fields[16] = {1,
+                                0,
+                                static_cast<unsigned char>(channels),
+                                0,
+                                static_cast<unsigned char>(rate),
+                                static_cast<unsigned char>(rate >> 8),
+                                static_cast<unsigned char>(rate >> 16),
+                                static_cast<unsigned char>(rate >> 24),
+                                static_cast<unsigned char>(byteRate),
+                                static_cast<unsigned char>(byteRate >> 8),
+                                static_cast<unsigned char>(byteRate >> 16),
+                                static_cast<unsigned char>(byteRate >> 24),
+                                static_cast<unsigned char>(blockAlign),
+                                0,
+                                static_cast<unsigned char>(bits),
+                                0};
+    memcpy(b.data(), fields, length < 16 ? length : 16);
+    return b;
+}
+
+// A RIFF image: "RIFF", size, form type, then the chunks as given.
+inline std::vector<unsigned char> Riff(const char* magic, const char* form,
+                                       const std::vector<std::vector<unsigned char>>& chunks) {
+    std::vector<unsigned char> body(form, form + 4);
+    for (const auto& c : chunks) {
+        body.insert(body.end(), c.begin(), c.end());
+    }
+    std::vector<unsigned char> out = Chunk(magic, body);
+    return out;
+}
+
+// Writes bytes as the loose file of a resource name (backslashes become folders) under dataDir.
+inline bool WriteResource(const std::string& dataDir, const std::string& name,
+                          const std::vector<unsigned char>& bytes) {
+    std::string relative = name;
+    for (char& c : relative) {
+        if (c == '\\') {
+            c = '/';
+        }
+    }
+    std::filesystem::path path = std::filesystem::path(dataDir) / relative;
+    std::error_code ignored;
+    std::filesystem::create_directories(path.parent_path(), ignored);
+    return WriteFile(path.string(), bytes.data(), bytes.size());
+}
+
+}  // namespace test

@@ -1,0 +1,274 @@
+// The sound system on OpenAL's null output: loading into slots, playing on
+// sources, the listener and source settings it leaves behind, and silence
+// (every call 0) when no device was opened.
+#include "audio/sound_system.h"
+
+#include <AL/al.h>
+#include <gtest/gtest.h>
+
+#include "app/console.h"
+#include "audio/sound_startup.h"
+#include "audio/wav_file.h"
+#include "audio_test_support.h"
+#include "resources/resource_manager.h"
+
+namespace {
+
+std::vector<unsigned char> ToneWav(int channels, int bits, unsigned int rate, unsigned int frames) {
+    std::vector<short> pcm = test::SineSamples(frames, channels, rate, 440.0);
+    std::vector<unsigned char> bytes;
+    if (bits == 8) {
+        for (short s : pcm) {
+            bytes.push_back(static_cast<unsigned char>((s >> 8) + 128));
+        }
+    } else {
+        bytes.assign(reinterpret_cast<unsigned char*>(pcm.data()),
+                     reinterpret_cast<unsigned char*>(pcm.data() + pcm.size()));
+    }
+    std::vector<unsigned char> image;
+    WriteWav(channels, bits, rate, bytes.data(), static_cast<unsigned int>(bytes.size()), image);
+    return image;
+}
+
+int Upload(SoundSystem& sound, const std::vector<unsigned char>& image, int slot) {
+    return sound.UploadWav(image.data(), static_cast<unsigned int>(image.size()), slot);
+}
+
+ALint BufferInt(ALuint buffer, ALenum what) {
+    ALint v = -1;
+    alGetBufferi(buffer, what, &v);
+    return v;
+}
+
+ALint SourceInt(ALuint source, ALenum what) {
+    ALint v = -1;
+    alGetSourcei(source, what, &v);
+    return v;
+}
+
+float SourceFloat(ALuint source, ALenum what) {
+    ALfloat v = -1;
+    alGetSourcef(source, what, &v);
+    return v;
+}
+
+void ExpectVector(const float* actual, float x, float y, float z) {
+    EXPECT_NEAR(actual[0], x, 1e-5f);
+    EXPECT_NEAR(actual[1], y, 1e-5f);
+    EXPECT_NEAR(actual[2], z, 1e-5f);
+}
+
+class SoundSystemTest : public ::testing::Test {
+protected:
+    SoundSystem sound;
+    void SetUp() override { ASSERT_TRUE(sound.Init()) << "the null OpenAL driver should always open"; }
+};
+
+}  // namespace
+
+TEST(SoundSystemClosed, EveryCallAnswersZeroWithoutADevice) {
+    SoundSystem sound;
+    EXPECT_EQ(sound.device, nullptr);
+    auto image = ToneWav(1, 16, 8000, 100);
+    std::string data = test::ScratchDir("sound_closed");
+    test::WriteResource(data, "sound\\a.wav", image);
+    ResourceManager resources;
+    snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+    float pos[3] = {1, 2, 3}, angles[3] = {0, 90, 0};
+    EXPECT_EQ(sound.LoadSound(&resources, "sound\\a.wav", 1), 0);
+    EXPECT_EQ(Upload(sound, image, 1), 0);
+    EXPECT_EQ(sound.Play(1, 0), 0);
+    EXPECT_EQ(sound.Play(1, -1), 0);
+    EXPECT_EQ(sound.PlayAt(1, 0, pos, angles, pos, 1, 1, false), 0);
+    sound.PlaceListener(pos, angles);
+    sound.StopSource(-1);
+    sound.SetSourcePitch(0, 2);
+    for (unsigned int b : sound.buffers) {
+        EXPECT_EQ(b, 0u);
+    }
+    EXPECT_STREQ(sound.VersionString(), "");
+}
+
+TEST_F(SoundSystemTest, InitFallsBackToTheDefaultDeviceAndMakesFourteenSources) {
+    ASSERT_NE(sound.deviceName, nullptr);
+    EXPECT_STRNE(sound.deviceName, "DirectSound3D");  // no such device here: the default one opened
+    EXPECT_STRNE(sound.VersionString(), "");
+    for (int i = 0; i < SoundSystem::kSourceCount; i++) {
+        EXPECT_TRUE(alIsSource(sound.sources[i])) << i;
+        for (int j = 0; j < i; j++) {
+            EXPECT_NE(sound.sources[i], sound.sources[j]);
+        }
+    }
+    float at[6];
+    alGetListenerfv(AL_ORIENTATION, at);
+    ExpectVector(at, 0, 0, -1);
+    ExpectVector(at + 3, 0, 1, 0);
+    EXPECT_EQ(sound.Init(), 1);  // a second Init keeps the open device
+}
+
+TEST_F(SoundSystemTest, LoadSoundFillsTheSlotFromTheResourceLayer) {
+    std::string data = test::ScratchDir("sound_load");
+    test::WriteResource(data, "sound\\jump01.wav", ToneWav(2, 16, 22050, 300));
+    test::WriteResource(data, "sound\\bad.wav", std::vector<unsigned char>(50, 'x'));
+    ResourceManager resources;
+    snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+    ASSERT_EQ(sound.LoadSound(&resources, "sound\\jump01.wav", 5), 1);
+    ALuint buffer = sound.buffers[5];
+    EXPECT_EQ(BufferInt(buffer, AL_FREQUENCY), 22050);
+    EXPECT_EQ(BufferInt(buffer, AL_CHANNELS), 2);
+    EXPECT_EQ(BufferInt(buffer, AL_BITS), 16);
+    EXPECT_EQ(BufferInt(buffer, AL_SIZE), 300 * 4);
+    EXPECT_EQ(resources.buffer, nullptr);  // the file's bytes are let go after the upload
+    EXPECT_EQ(sound.LoadSound(&resources, "sound\\missing.wav", 6), 0);
+    EXPECT_EQ(sound.buffers[6], 0u);
+    EXPECT_EQ(sound.LoadSound(&resources, "sound\\bad.wav", 7), 0);
+    EXPECT_EQ(sound.LoadSound(nullptr, "sound\\jump01.wav", 8), 0);
+    EXPECT_EQ(Upload(sound, ToneWav(1, 8, 8000, 10), 200), 0);  // past the table
+}
+
+TEST_F(SoundSystemTest, LoadingASlotAgainReplacesItsBuffer) {
+    ASSERT_EQ(Upload(sound, ToneWav(1, 8, 8000, 100), 3), 1);
+    ALuint first = sound.buffers[3];
+    ASSERT_EQ(Upload(sound, ToneWav(2, 16, 44100, 50), 3), 1);
+    EXPECT_EQ(BufferInt(sound.buffers[3], AL_FREQUENCY), 44100);
+    EXPECT_EQ(BufferInt(sound.buffers[3], AL_SIZE), 200);
+    // Only one buffer is alive for the slot: the first was deleted (its name may be reused).
+    EXPECT_TRUE(first == sound.buffers[3] || !alIsBuffer(first));
+    for (int i = 0; i < SoundSystem::kSlotCount; i++) {
+        EXPECT_EQ(sound.buffers[i] != 0, i == 3) << i;
+    }
+}
+
+TEST_F(SoundSystemTest, PlayStartsTheSlotAtTheListener) {
+    ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 8000), 1), 1);
+    float pos[3] = {500, 0, 0}, angles[3] = {0, 90, 0};
+    sound.PlaceListener(pos, angles);
+    ASSERT_EQ(sound.Play(1, 4), 1);
+    ALuint s = sound.sources[4];
+    EXPECT_EQ(SourceInt(s, AL_SOURCE_STATE), AL_PLAYING);
+    EXPECT_EQ(static_cast<ALuint>(SourceInt(s, AL_BUFFER)), sound.buffers[1]);
+    EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_FALSE);
+    EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 1.0f);
+    EXPECT_FLOAT_EQ(SourceFloat(s, AL_GAIN), 1.0f);
+    float v[6];
+    alGetListenerfv(AL_POSITION, v);
+    ExpectVector(v, 0, 0, 0);
+    alGetListenerfv(AL_ORIENTATION, v);
+    ExpectVector(v, 0, 0, 1);
+    ExpectVector(v + 3, 0, 1, 0);
+    EXPECT_EQ(sound.Play(1, 14), 0);
+    EXPECT_EQ(sound.Play(1, -2), 0);
+}
+
+TEST_F(SoundSystemTest, SourceMinusOneTakesTheSourcesInTurn) {
+    ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 8000), 2), 1);
+    for (int i = 0; i < SoundSystem::kSourceCount + 2; i++) {
+        int expected = i % SoundSystem::kSourceCount;
+        ASSERT_EQ(sound.nextSource, expected);
+        alSourceStop(sound.sources[expected]);
+        ASSERT_EQ(sound.Play(2, -1), 1);
+        EXPECT_EQ(SourceInt(sound.sources[expected], AL_SOURCE_STATE), AL_PLAYING) << i;
+    }
+    // StopSource(-1) stops the next in turn and moves the turn on.
+    EXPECT_EQ(sound.nextSource, 2);
+    sound.StopSource(-1);
+    EXPECT_EQ(SourceInt(sound.sources[2], AL_SOURCE_STATE), AL_STOPPED);
+    EXPECT_EQ(SourceInt(sound.sources[3], AL_SOURCE_STATE), AL_PLAYING);
+    EXPECT_EQ(sound.nextSource, 3);
+}
+
+TEST_F(SoundSystemTest, PlayAtScalesPositionsAndFacesTheCameraYaw) {
+    ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 8000), 10), 1);
+    float listener[3] = {1000, -500, 250}, angles[3] = {30, 90, 45}, at[3] = {0, 500, -2500};
+    ASSERT_EQ(sound.PlayAt(10, 0, listener, angles, at, 0.5f, 0.01f, true), 1);
+    ALuint s = sound.sources[0];
+    float v[6];
+    alGetListenerfv(AL_POSITION, v);
+    ExpectVector(v, 2.0f, -1.0f, 0.5f);
+    alGetListenerfv(AL_ORIENTATION, v);
+    ExpectVector(v, 1, 0, 0);  // yaw 90 faces +x; pitch and roll play no part
+    ExpectVector(v + 3, 0, 1, 0);
+    alGetSourcefv(s, AL_POSITION, v);
+    ExpectVector(v, 0, 1.0f, -5.0f);
+    EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 0.05f);
+    EXPECT_FLOAT_EQ(SourceFloat(s, AL_GAIN), 0.5f);
+    EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_TRUE);
+    EXPECT_EQ(SourceInt(s, AL_SOURCE_STATE), AL_PLAYING);
+
+    float back[3] = {0, 180, 0}, origin[3] = {0, 0, 0};
+    ASSERT_EQ(sound.PlayAt(10, 0, origin, back, origin, 1, 1.5f, false), 1);
+    alGetListenerfv(AL_ORIENTATION, v);
+    ExpectVector(v, 0, 0, -1);
+    EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 1.5f);
+    EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_FALSE);
+}
+
+TEST_F(SoundSystemTest, ASecondPlayOnOneSourceCutsTheFirst) {
+    ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 80000), 6), 1);  // ten seconds
+    ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 4000), 7), 1);
+    float origin[3] = {0, 0, 0};
+    ASSERT_EQ(sound.PlayAt(7, 0, origin, origin, origin, 1, 1, false), 1);
+    ASSERT_EQ(sound.PlayAt(6, 0, origin, origin, origin, 1, 1, false), 1);
+    ALuint s = sound.sources[0];
+    EXPECT_EQ(static_cast<ALuint>(SourceInt(s, AL_BUFFER)), sound.buffers[6]);
+    EXPECT_EQ(SourceInt(s, AL_SOURCE_STATE), AL_PLAYING);
+    // The new sound starts from its beginning, not where the old one had got to.
+    EXPECT_LT(SourceInt(s, AL_SAMPLE_OFFSET), 4000);
+}
+
+TEST_F(SoundSystemTest, SourceControlsAffectOnlyExistingSources) {
+    ALuint s = sound.sources[5];
+    float p[3] = {100, 200, -300};
+    sound.SetSourcePosition(5, p);
+    float v[3];
+    alGetSourcefv(s, AL_POSITION, v);
+    ExpectVector(v, 0.2f, 0.4f, -0.6f);
+    alSource3f(s, AL_VELOCITY, 1, 2, 3);
+    sound.ResetSource(5);
+    alGetSourcefv(s, AL_POSITION, v);
+    ExpectVector(v, 0, 0, 0);
+    alGetSourcefv(s, AL_VELOCITY, v);
+    ExpectVector(v, 0, 0, 0);
+    sound.SetSourcePitch(5, 0.0f);
+    EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 0.05f);
+    sound.SetSourcePitch(5, 2.0f);
+    EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 2.0f);
+    sound.SetSourceGain(5, 0.25f);
+    EXPECT_FLOAT_EQ(SourceFloat(s, AL_GAIN), 0.25f);
+    sound.SetSourceGain(14, 0.5f);  // ignored, not a crash
+    sound.ResetSource(-5);
+}
+
+TEST(SoundStartup, LogsTheDeviceAndLoadsTheGameSoundsThatExist) {
+    g_console.Clear();
+    ASSERT_EQ(InitSoundAtStartup(), 1);
+    // Newest first: the 83-character separator leaves an empty piece on top.
+    std::string separator(83, '=');
+    EXPECT_STREQ(g_console.lines[0], "");
+    EXPECT_EQ(std::string(g_console.lines[1]), separator);
+    int n = 2;
+    while (n < Console::kLineCount && strncmp(g_console.lines[n], "Listing extensions: ", 20) != 0) {
+        n++;  // the extension list may take several console lines
+    }
+    ASSERT_LT(n, static_cast<int>(Console::kLineCount));
+    std::string versions = std::string(g_sound.VersionString()) + ", " + g_sound.RendererString() + ", " +
+                           g_sound.VendorString();
+    EXPECT_EQ(std::string(g_console.lines[n + 1]), versions.substr(0, 83));
+    EXPECT_EQ(std::string(g_console.lines[n + 2]), std::string("Device found: ") + g_sound.deviceName);
+    EXPECT_STREQ(g_console.lines[n + 3], "Initialising OpenAL:");
+
+    std::string data = test::ScratchDir("game_sounds");
+    test::WriteResource(data, "sound\\jump01.wav", ToneWav(1, 16, 11025, 100));
+    test::WriteResource(data, "sound\\blip.wav", ToneWav(1, 8, 8000, 100));
+    test::WriteResource(data, "sound\\run02.wav", ToneWav(2, 16, 22050, 100));
+    ResourceManager resources;
+    snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+    EXPECT_EQ(LoadGameSounds(&resources), 3);
+    EXPECT_EQ(BufferInt(g_sound.buffers[SoundJump], AL_FREQUENCY), 11025);
+    EXPECT_EQ(BufferInt(g_sound.buffers[SoundBlip], AL_BITS), 8);
+    EXPECT_EQ(BufferInt(g_sound.buffers[SoundRun2], AL_CHANNELS), 2);
+    EXPECT_EQ(g_sound.buffers[0], 0u);
+    EXPECT_EQ(g_sound.buffers[SoundRun1], 0u);  // missing files leave their slots empty
+    EXPECT_EQ(g_sound.buffers[SoundDie], 0u);
+    EXPECT_EQ(g_sound.Play(SoundJump, 0), 1);
+}
