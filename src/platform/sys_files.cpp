@@ -1,14 +1,18 @@
 #include "platform/sys_files.h"
 
 #include <dirent.h>
+#include <errno.h>
 #include <strings.h>
+#include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
-int Sys_ListFiles(const char* directory, const char* extension,
-                  int (*visit)(const char* name, void* context), void* context) {
+int Sys_ListFiles(const char* directory, const char* extension, int (*visit)(const char* name, void* context),
+                  void* context) {
     char native[1024];
     Sys_ToNativePath(directory, native, sizeof(native));
     DIR* dir = opendir(native);
@@ -58,4 +62,69 @@ int Sys_WriteFileAtomic(const char* path, const void* data, unsigned int length)
         return 0;
     }
     return 1;
+}
+
+unsigned char* Sys_ReadWholeFile(const char* path, unsigned int* length) {
+    char native[1024];
+    Sys_ToNativePath(path, native, sizeof(native));
+    FILE* file = fopen(native, "rb");
+    if (!file) {
+        return nullptr;
+    }
+    struct stat info;
+    unsigned char* bytes = nullptr;
+    if (fstat(fileno(file), &info) == 0 && S_ISREG(info.st_mode) && info.st_size < 0xFFFFFFFFll) {
+        size_t size = static_cast<size_t>(info.st_size);
+        bytes = static_cast<unsigned char*>(malloc(size ? size : 1));
+        if (bytes && size && fread(bytes, 1, size, file) != size) {
+            free(bytes);
+            bytes = nullptr;
+        }
+        *length = static_cast<unsigned int>(size);
+    }
+    fclose(file);
+    return bytes;
+}
+
+int Sys_FileStamp(const char* path, unsigned long long* size, long long* mtime,
+                  unsigned long long* identity) {
+    char native[1024];
+    Sys_ToNativePath(path, native, sizeof(native));
+    struct stat info;
+    if (stat(native, &info) != 0) {
+        return 0;
+    }
+    if (size) {
+        *size = static_cast<unsigned long long>(info.st_size);
+    }
+    if (mtime) {
+        *mtime = static_cast<long long>(info.st_mtim.tv_sec) * 1000000000ll + info.st_mtim.tv_nsec;
+    }
+    if (identity) {
+        *identity = (static_cast<unsigned long long>(info.st_dev) << 40) ^ info.st_ino;
+    }
+    return 1;
+}
+
+int Sys_MakeDirectory(const char* path) {
+    char native[1024];
+    Sys_ToNativePath(path, native, sizeof(native));
+    for (char* p = native + 1; *p; p++) {
+        if (*p == '/') {
+            *p = 0;
+            mkdir(native, 0777);
+            *p = '/';
+        }
+    }
+    if (mkdir(native, 0777) != 0 && errno != EEXIST) {
+        return 0;
+    }
+    struct stat info;
+    return stat(native, &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+long long Sys_FileTimeNow() {
+    struct timespec now;
+    clock_gettime(CLOCK_REALTIME, &now);
+    return static_cast<long long>(now.tv_sec) * 1000000000ll + now.tv_nsec;
 }

@@ -8,15 +8,25 @@
 //   3. the same search in the fixed directory "data" (the same place unless a
 //      tool changed dataDirectory).
 //
+// Package directories are kept in memory between lookups (package_cache.h), so
+// an Open that misses the loose file lists the directory and stamps each
+// package, but reads no directory from disk unless the package changed. With
+// cachePackages at 0 every lookup walks the packages from disk record by record
+// instead; both ways resolve every name to the same bytes.
+//
 // The manager holds one buffer: the bytes of the resource opened last, valid
 // until the next Open or Release. One global instance.
 #pragma once
 
+#include "resources/package_cache.h"
+
 class ResourceManager {
 public:
     char dataDirectory[260];
-    unsigned char* buffer;      // bytes of the resource opened last, or null
-    unsigned int bufferSize;    // their count
+    unsigned char* buffer;    // bytes of the resource opened last, or null
+    unsigned int bufferSize;  // their count
+    int cachePackages;        // 1: package directories from memory; 0: read from disk each time
+    PackageCache packageCache;
 
     ResourceManager();
     ~ResourceManager();
@@ -28,6 +38,9 @@ public:
     void Release();
     // Writes "directory\package.vpk" into outPath (260 bytes) when a package there lists name; 1 or 0.
     int FindPackage(const char* directory, const char* name, char* outPath);
+    // FindPackage that also gives the entry's data offset and size inside the package.
+    int LocateInPackages(const char* directory, const char* name, char* outPath, unsigned long long* offset,
+                         unsigned int* size);
 };
 
 extern ResourceManager g_resources;

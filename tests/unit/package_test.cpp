@@ -1,0 +1,198 @@
+// The package builder: the file layout byte for byte, editing rules, and
+// refusal of damaged packages.
+#include "resources/package.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "test_support.h"
+
+namespace {
+
+typedef std::vector<unsigned char> Bytes;
+
+void PutU32(Bytes& out, unsigned int v) {
+    for (int i = 0; i < 4; i++) {
+        out.push_back((v >> (8 * i)) & 0xFF);
+    }
+}
+
+void PutPadded(Bytes& out, const std::string& text, size_t width) {
+    Bytes field(width, 0);
+    memcpy(field.data(), text.data(), text.size());
+    out.insert(out.end(), field.begin(), field.end());
+}
+
+struct Record {
+    std::string name;
+    unsigned char flag;
+    std::string data;
+};
+
+// Lays a package out by hand, independently of the code under test.
+Bytes HandMadePackage(const std::string& title, const std::string& author, unsigned int version,
+                      const std::vector<Record>& records) {
+    Bytes out = {'V', 'P', 'K', 'G'};
+    PutPadded(out, title, 32);
+    PutPadded(out, author, 32);
+    PutU32(out, version);
+    PutU32(out, records.size());
+    for (const Record& r : records) {
+        PutPadded(out, r.name, 128);
+        out.push_back(r.flag);
+        PutU32(out, r.data.size());
+    }
+    for (const Record& r : records) {
+        out.insert(out.end(), r.data.begin(), r.data.end());
+    }
+    return out;
+}
+
+Bytes Saved(const Package& package) {
+    Bytes bytes(package.Size());
+    package.Serialise(bytes.data());
+    return bytes;
+}
+
+std::string EntryData(const Package& package, int index) {
+    return std::string(reinterpret_cast<const char*>(package.data[index]), package.entries[index].size);
+}
+
+}  // namespace
+
+TEST(PackageFormat, EmptyPackageIsTheBareHeader) {
+    std::unique_ptr<Package> package(new Package);
+    Bytes expected = HandMadePackage("Unnamed Vantle2 Package", "Unnamed Author", 1, {});
+    EXPECT_EQ(expected.size(), 76u);
+    std::string dir = test::ScratchDir("package_empty");
+    ASSERT_EQ(package->Save((dir + "/empty.vpk").c_str()), 1);
+    EXPECT_EQ(test::ReadFile(dir + "/empty.vpk"), expected);
+}
+
+TEST(PackageFormat, SaveMatchesTheLayoutAndLoadSaveIsByteForByte) {
+    std::vector<Record> records = {{"levels\\01.vlc", 0, "level one"},
+                                   {"empty.bin", 7, ""},
+                                   {"Textures\\A.tga", 0, std::string(300, 'x')}};
+    Bytes file = HandMadePackage("Title", "Someone", 3, records);
+
+    std::unique_ptr<Package> package(new Package);
+    ASSERT_EQ(package->LoadFromMemory(file.data(), file.size()), 1);
+    EXPECT_STREQ(package->name, "Title");
+    EXPECT_STREQ(package->author, "Someone");
+    EXPECT_EQ(package->version, 3u);
+    ASSERT_EQ(package->count, 3u);
+    EXPECT_EQ(package->entries[1].flag, 7);  // carried through, never interpreted
+    EXPECT_EQ(EntryData(*package, 2), records[2].data);
+    EXPECT_EQ(Saved(*package), file);
+
+    std::string dir = test::ScratchDir("package_roundtrip");
+    ASSERT_EQ(package->Save((dir + "/p.vpk").c_str()), 1);
+    std::unique_ptr<Package> again(new Package);
+    ASSERT_EQ(again->Load((dir + "/p.vpk").c_str()), 1);
+    EXPECT_EQ(Saved(*again), file);
+
+    // What the builder adds is laid out the same way, with flag 0.
+    std::unique_ptr<Package> built(new Package);
+    memset(built->name, 0, sizeof(built->name));
+    memset(built->author, 0, sizeof(built->author));
+    strcpy(built->name, "Title");
+    strcpy(built->author, "Someone");
+    built->version = 3;
+    for (const Record& r : records) {
+        ASSERT_EQ(built->AddData(r.name.c_str(), r.data.data(), r.data.size()), 1);
+    }
+    records[1].flag = 0;
+    EXPECT_EQ(Saved(*built), HandMadePackage("Title", "Someone", 3, records));
+}
+
+TEST(PackageEditing, AddFileReplacesCaseInsensitivelyAndTakesTheNewSpelling) {
+    std::string dir = test::ScratchDir("package_add");
+    ASSERT_TRUE(test::WriteText(dir + "/one.txt", "first"));
+    ASSERT_TRUE(test::WriteText(dir + "/two.txt", "second version"));
+    std::unique_ptr<Package> package(new Package);
+    ASSERT_EQ(package->AddFile((dir + "/one.txt").c_str(), "a.txt"), 1);
+    ASSERT_EQ(package->AddFile((dir + "/one.txt").c_str(), "sound\\jump01.wav"), 1);
+    ASSERT_EQ(package->AddFile((dir + "/one.txt").c_str(), "c.txt"), 1);
+    ASSERT_EQ(package->AddFile((dir + "/two.txt").c_str(), "SOUND\\Jump01.WAV"), 1);
+    EXPECT_EQ(package->count, 3u);
+    EXPECT_STREQ(package->entries[1].name, "SOUND\\Jump01.WAV");
+    EXPECT_EQ(package->entries[1].size, 14u);
+    EXPECT_EQ(EntryData(*package, 1), "second version");
+    EXPECT_EQ(package->AddFile((dir + "/missing.txt").c_str(), "d.txt"), 0);
+    EXPECT_EQ(package->count, 3u);
+}
+
+TEST(PackageEditing, RemoveFileKeepsTheOthersInOrder) {
+    std::unique_ptr<Package> package(new Package);
+    package->AddData("first", "1", 1);
+    package->AddData("second", "22", 2);
+    package->AddData("third", "333", 3);
+    EXPECT_EQ(package->RemoveFile("nothing"), 0);
+    ASSERT_EQ(package->RemoveFile("FIRST"), 1);
+    ASSERT_EQ(package->count, 2u);
+    EXPECT_STREQ(package->entries[0].name, "second");
+    EXPECT_STREQ(package->entries[1].name, "third");
+    EXPECT_EQ(EntryData(*package, 1), "333");
+    EXPECT_EQ(package->entries[2].name[0], 0);
+    EXPECT_EQ(package->data[2], nullptr);
+}
+
+TEST(PackageEditing, HoldsExactly4096EntriesThenRefusesNewNamesButStillReplaces) {
+    std::unique_ptr<Package> package(new Package);
+    char name[32];
+    for (int i = 0; i < 4096; i++) {
+        snprintf(name, sizeof(name), "e%d", i);
+        ASSERT_EQ(package->AddData(name, "x", 1), 1) << i;
+    }
+    EXPECT_EQ(package->AddData("one.more", "x", 1), 0);
+    EXPECT_EQ(package->AddData("E17", "yy", 2), 1);
+    EXPECT_EQ(package->count, 4096u);
+    EXPECT_EQ(package->entries[17].size, 2u);
+    EXPECT_EQ(package->AddData(std::string(128, 'n').c_str(), "x", 1), 0);
+}
+
+TEST(PackageLoading, WrongMagicAndDamagedDirectoriesLeaveThePackageAsItWas) {
+    std::unique_ptr<Package> package(new Package);
+    package->AddData("kept", "abc", 3);
+    Bytes good = HandMadePackage("T", "A", 1, {{"a", 0, "1234"}, {"b", 0, "56"}});
+    ASSERT_EQ(Saved(*package).size(), 76u + 133u + 3u);
+
+    std::vector<Bytes> bad;
+    Bytes magic = good;
+    magic[0] = 'X';
+    bad.push_back(magic);
+    bad.push_back(Bytes(good.begin(), good.begin() + 75));             // short header
+    bad.push_back(Bytes(good.begin(), good.begin() + 76 + 133 + 50));  // directory cut
+    bad.push_back(Bytes(good.begin(), good.end() - 1));                // data cut by one byte
+    Bytes unterminated = good;
+    memset(unterminated.data() + 76, 'n', 128);
+    bad.push_back(unterminated);
+    Bytes huge = good;
+    huge[72] = 0x01;
+    huge[73] = 0x10;  // 4097 records
+    bad.push_back(huge);
+    Bytes oversize = good;
+    oversize[76 + 129 + 3] = 0x80;  // first size past 2 GiB
+    bad.push_back(oversize);
+
+    for (size_t i = 0; i < bad.size(); i++) {
+        EXPECT_EQ(package->LoadFromMemory(bad[i].data(), bad[i].size()), 0) << "case " << i;
+        ASSERT_EQ(package->count, 1u) << "case " << i;
+        EXPECT_STREQ(package->entries[0].name, "kept");
+    }
+    EXPECT_EQ(package->Load("/nonexistent/dir/p.vpk"), 0);
+    EXPECT_EQ(package->count, 1u);
+
+    // A package of exactly 4096 records is accepted.
+    std::vector<Record> full(4096, Record{"", 0, ""});
+    for (int i = 0; i < 4096; i++) {
+        full[i].name = "n" + std::to_string(i);
+    }
+    Bytes most = HandMadePackage("T", "A", 1, full);
+    EXPECT_EQ(package->LoadFromMemory(most.data(), most.size()), 1);
+    EXPECT_EQ(package->count, 4096u);
+}

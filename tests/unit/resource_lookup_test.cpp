@@ -1,0 +1,210 @@
+// Resource lookup: the search order (loose file, then packages in listing
+// order), the buffer rules of Open, and the package cache answering exactly
+// as the plain walk from disk does, also after packages change on disk.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/sys_files.h"
+#include "resources/package.h"
+#include "resources/resource_manager.h"
+#include "test_support.h"
+
+namespace {
+
+std::string Held(const ResourceManager& manager) {
+    return std::string(reinterpret_cast<const char*>(manager.buffer), manager.bufferSize);
+}
+
+void SavePackage(const std::string& path, const std::vector<std::pair<std::string, std::string>>& entries) {
+    std::unique_ptr<Package> package(new Package);
+    for (const auto& e : entries) {
+        ASSERT_EQ(package->AddData(e.first.c_str(), e.second.data(), e.second.size()), 1);
+    }
+    ASSERT_EQ(package->Save(path.c_str()), 1);
+}
+
+int CollectName(const char* name, void* context) {
+    static_cast<std::vector<std::string>*>(context)->push_back(name);
+    return 1;
+}
+
+std::vector<std::string> ListedPackages(const std::string& dir) {
+    std::vector<std::string> names;
+    Sys_ListFiles(dir.c_str(), ".vpk", CollectName, &names);
+    return names;
+}
+
+struct LookupTest : ::testing::Test {
+    std::string dir;
+    ResourceManager manager;
+    void SetUp() override {
+        dir = test::ScratchDir(::testing::UnitTest::GetInstance()->current_test_info()->name());
+        snprintf(manager.dataDirectory, sizeof(manager.dataDirectory), "%s", dir.c_str());
+    }
+};
+
+}  // namespace
+
+TEST_F(LookupTest, LooseFileWinsOverEveryPackage) {
+    SavePackage(dir + "/a.vpk", {{"levels\\01.vlc", "from package"}});
+    ASSERT_TRUE(Sys_MakeDirectory((dir + "/levels").c_str()));
+    ASSERT_TRUE(test::WriteText(dir + "/levels/01.vlc", "loose"));
+    ASSERT_NE(manager.Open("levels\\01.vlc"), nullptr);
+    EXPECT_EQ(Held(manager), "loose");
+}
+
+TEST_F(LookupTest, PackageNamesFoldAsciiCaseOnly) {
+    SavePackage(dir + "/a.vpk", {{"levels\\01.vlc", "level"}, {"caf\xe9.tga", "accent"}});
+    ASSERT_NE(manager.Open("LEVELS\\01.VLC"), nullptr);
+    EXPECT_EQ(Held(manager), "level");
+    EXPECT_EQ(manager.Open("CAF\xc9.TGA"), nullptr);  // no folding outside A-Z
+    EXPECT_NE(manager.Open("CAF\xe9.TGA"), nullptr);
+    char path[260];
+    ASSERT_EQ(manager.FindPackage(dir.c_str(), "Levels\\01.vlc", path), 1);
+    EXPECT_EQ(std::string(path), dir + "\\a.vpk");
+    EXPECT_EQ(manager.FindPackage(dir.c_str(), "levels\\02.vlc", path), 0);
+}
+
+TEST_F(LookupTest, FirstListedPackageSuppliesASharedName) {
+    for (const char* name : {"p1.vpk", "p2.VPK", "p3.vpk"}) {
+        SavePackage(dir + "/" + name, {{"shared.txt", name}, {std::string("only-") + name, "x"}});
+    }
+    ASSERT_TRUE(test::WriteText(dir + "/notes.txt", "not a package"));
+    std::vector<std::string> listed = ListedPackages(dir);
+    ASSERT_EQ(listed.size(), 3u);
+    for (int cached = 1; cached >= 0; cached--) {
+        manager.cachePackages = cached;
+        ASSERT_NE(manager.Open("shared.txt"), nullptr);
+        EXPECT_EQ(Held(manager), listed[0]);
+        ASSERT_NE(manager.Open("only-p2.VPK"), nullptr);
+    }
+}
+
+TEST_F(LookupTest, BufferRulesOfOpen) {
+    SavePackage(dir + "/a.vpk", {{"empty", ""}, {"text", "hello"}});
+    unsigned char* first = manager.Open("text");
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(manager.bufferSize, 5u);
+    // A failed Open keeps what was held.
+    EXPECT_EQ(manager.Open("missing"), nullptr);
+    EXPECT_EQ(manager.buffer, first);
+    EXPECT_EQ(Held(manager), "hello");
+    // A zero-length resource is found, with size 0.
+    EXPECT_NE(manager.Open("empty"), nullptr);
+    EXPECT_EQ(manager.bufferSize, 0u);
+    manager.Release();
+    EXPECT_EQ(manager.buffer, nullptr);
+    EXPECT_EQ(manager.Open(nullptr), nullptr);
+}
+
+TEST_F(LookupTest, CacheReadsEachDirectoryOnceUntilThePackageChanges) {
+    SavePackage(dir + "/a.vpk", {{"one", "1"}});
+    SavePackage(dir + "/b.vpk", {{"two", "2"}});
+    // Files modified just now are re-read until they settle; age these.
+    for (const char* name : {"/a.vpk", "/b.vpk"}) {
+        std::filesystem::path path = dir + name;
+        std::filesystem::last_write_time(path,
+                                         std::filesystem::last_write_time(path) - std::chrono::seconds(10));
+    }
+    for (int i = 0; i < 5; i++) {
+        ASSERT_NE(manager.Open("two"), nullptr);
+        EXPECT_EQ(manager.Open("nothing"), nullptr);
+    }
+    EXPECT_EQ(manager.packageCache.directoryReads, 2u);
+    SavePackage(dir + "/b.vpk", {{"two", "3"}});  // same size, new file
+    ASSERT_NE(manager.Open("two"), nullptr);
+    EXPECT_EQ(Held(manager), "3");
+    EXPECT_GE(manager.packageCache.directoryReads, 3u);
+}
+
+// Damaged packages of every kind the lookup must step over, each still listing
+// names so that a wrong rule would surface as a different answer.
+static std::vector<unsigned char> Damaged(int kind, const std::string& tag) {
+    std::unique_ptr<Package> package(new Package);
+    package->AddData("shared.txt", tag.data(), tag.size());
+    package->AddData(("own-" + tag).c_str(), "own", 3);
+    package->AddData("tail.txt", "tail data", 9);
+    std::vector<unsigned char> bytes(package->Size());
+    package->Serialise(bytes.data());
+    switch (kind) {
+        case 0:
+            bytes[0] = 'Q';
+            break;  // bad magic
+        case 1:
+            bytes.resize(bytes.size() - 1);
+            break;  // last entry's data cut short
+        case 2:
+            memset(bytes.data() + 76, 'z', 128);
+            break;  // first name unterminated
+        case 3:
+            bytes[72] = 0x01, bytes[73] = 0x10;
+            break;  // 4097 records
+        case 4:
+            bytes.resize(60);
+            break;  // shorter than a header
+        case 5:
+            bytes[76 + 129 + 3] = 0x7F;
+            break;  // first entry past the end
+        default:
+            break;  // intact
+    }
+    return bytes;
+}
+
+TEST_F(LookupTest, CachedAndUncachedLookupsAgreeOverManyNamesAndChanges) {
+    std::vector<std::string> names = {"shared.txt", "SHARED.TXT", "tail.txt", "missing",
+                                      "loose.txt",  "Loose.txt",  "",         "own-"};
+    for (int kind = 0; kind < 7; kind++) {
+        std::string tag = "k" + std::to_string(kind);
+        std::vector<unsigned char> bytes = Damaged(kind, tag);
+        ASSERT_TRUE(test::WriteFile(dir + "/" + tag + ".vpk", bytes.data(), bytes.size()));
+        names.push_back("own-" + tag);
+        names.push_back("OWN-" + tag);
+    }
+    ASSERT_TRUE(test::WriteText(dir + "/loose.txt", "loose bytes"));
+    ResourceManager plain;
+    strcpy(plain.dataDirectory, manager.dataDirectory);
+    plain.cachePackages = 0;
+
+    unsigned int state = 12345;
+    auto compareAll = [&](const char* stage) {
+        for (const std::string& name : names) {
+            unsigned char* a = manager.Open(name.c_str());
+            unsigned char* b = plain.Open(name.c_str());
+            ASSERT_EQ(a != nullptr, b != nullptr) << stage << " " << name;
+            if (a) {
+                EXPECT_EQ(Held(manager), Held(plain)) << stage << " " << name;
+            }
+        }
+    };
+    compareAll("initial");
+    int found = 0;
+    for (const std::string& name : names) {
+        found += manager.Open(name.c_str()) != nullptr;
+    }
+    EXPECT_GE(found, 8);  // the comparison is not between two empty answers
+
+    // Rewrite packages between lookups: in place with the same size, through a
+    // rename, larger, smaller, turned bad and turned good again.
+    for (int round = 0; round < 12; round++) {
+        state = state * 1103515245u + 12345u;
+        int kind = (state >> 16) % 7;
+        int target = (state >> 8) % 7;
+        std::string tag = "k" + std::to_string(target);
+        std::vector<unsigned char> bytes = Damaged(kind, tag + "r" + std::to_string(round % 3));
+        std::string path = dir + "/" + tag + ".vpk";
+        if (round % 2) {
+            ASSERT_EQ(Sys_WriteFileAtomic(path.c_str(), bytes.data(), bytes.size()), 1);
+        } else {
+            ASSERT_TRUE(test::WriteFile(path, bytes.data(), bytes.size()));
+        }
+        names.push_back("own-" + tag + "r" + std::to_string(round % 3));
+        compareAll(("round " + std::to_string(round)).c_str());
+    }
+}
