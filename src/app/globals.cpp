@@ -6,6 +6,7 @@
 #include "app/console.h"
 #include "audio/music_player.h"
 #include "audio/sound_system.h"
+#include "net/net_endpoint.h"
 #include "resources/resource_manager.h"
 #include "ui/text_batch.h"
 
@@ -32,8 +33,8 @@ TextBatch g_debugTitles;         // 20
 TextBatch g_loadingText;         // 21
 Console g_console;               // 22
 MusicPlayer g_music;             // 23
-// 24 g_netHost
-// 25 g_netPeer
+NetEndpoint g_netHost(NetEndpoint::kHost);  // 24
+NetEndpoint g_netPeer(NetEndpoint::kPeer);  // 25
 // 26 screen texture
 // 27 g_location
 // 28 g_debugMenu
