@@ -1,7 +1,5 @@
 #include "net/udp_socket.h"
 
-#include "app/console.h"
-
 UdpSocket::UdpSocket() : socket(-1), notifyWindow(nullptr) {}
 
 UdpSocket::~UdpSocket() {
@@ -74,11 +72,4 @@ void UdpSocket::Close() {
 
 int NetStartup() {
     return Sys_NetStartup();
-}
-
-int NetLogStartup() {
-    g_console.AddLine("Initialising Winsock 2.2:");
-    int started = NetStartup();
-    g_console.AddLine(started ? "Winsock 2.2 initialised successfully" : "Could not initialise Winsock 2.2");
-    return started;
 }

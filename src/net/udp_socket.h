@@ -3,8 +3,8 @@
 // window whenever data arrived. On this platform both come to the same thing:
 // the socket is non-blocking and Pending() is the poll that stands in for the
 // message. The notification window is still remembered, because "VID_RESTART"
-// moves it to the new window. Also here: the start-up of the socket layer and
-// its line in the start-up log.
+// moves it to the new window. Also here: the start-up of the socket layer,
+// whose result the start-up log reports.
 #pragma once
 
 #include "platform/sys_socket.h"
@@ -44,5 +44,3 @@ public:
 
 // Starts the socket layer; 1 when datagram sockets can be used, else 0.
 int NetStartup();
-// Starts the socket layer and writes its lines to the start-up log (the heading and the result).
-int NetLogStartup();
