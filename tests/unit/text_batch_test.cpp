@@ -7,6 +7,8 @@
 #include <cstring>
 #include <string>
 
+#include "ui/engine_texts.h"
+
 namespace {
 
 // Vertex v of the built array: x y z nx ny nz u v.
@@ -206,4 +208,32 @@ TEST(TextBatchBuild, OverfullBatchStopsAtTheArrayEnd) {
     EXPECT_EQ(batch.count, 0);
     EXPECT_EQ(batch.Build(), 0u);
     EXPECT_NE(batch.vertices, nullptr);
+}
+
+TEST(EngineTexts, StartUpBatchesHoldTheirLines) {
+    g_loadingText.Reset();
+    g_debugValues.Reset();
+    g_netDebugText.Reset();
+    g_debugTitles.Reset();
+    FillEngineTextBatches();
+    ASSERT_EQ(g_loadingText.count, 1);
+    EXPECT_EQ(g_loadingText.entries[0].length, 7);
+    EXPECT_EQ(g_loadingText.entries[0].align, 1u);
+    EXPECT_EQ(g_loadingText.triangleCount, 14u);
+    // "LOADING" centred in 800 at size 10: 7 x 8 units wide, starting at 372.
+    EXPECT_FLOAT_EQ(g_loadingText.vertices[0], 372.0f);
+    EXPECT_FLOAT_EQ(g_loadingText.vertices[1], 320.0f);
+    EXPECT_EQ(g_debugValues.count, 9);
+    EXPECT_FLOAT_EQ(g_debugValues.entries[8].y, 160.0f);
+    EXPECT_EQ(g_debugValues.triangleCount, 0u);
+    ASSERT_EQ(g_netDebugText.count, 6);
+    EXPECT_FLOAT_EQ(g_netDebugText.entries[4].y, 104.0f);
+    EXPECT_FLOAT_EQ(g_netDebugText.entries[5].x, 680.0f);
+    EXPECT_FLOAT_EQ(g_netDebugText.entries[5].width, 780.0f);
+    ASSERT_EQ(g_debugTitles.count, 5);
+    EXPECT_FLOAT_EQ(g_debugTitles.entries[1].size, 32.0f);
+    EXPECT_FLOAT_EQ(g_debugTitles.entries[2].x, 720.0f);
+    EXPECT_EQ(g_debugTitles.entries[3].align, 2u);
+    EXPECT_EQ(g_debugTitles.entries[3].length, 10);
+    EXPECT_GT(g_debugTitles.entries[4].length, 0);
 }
