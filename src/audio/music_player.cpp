@@ -36,6 +36,9 @@ int MusicPlayer::PlayMusic(const char* name) {
     }
     MusicStream* stream = streams[current];
     if (!stream->Open(resources, name)) {
+        // Hand the turn back, so the piece still playing stays the current one:
+        // otherwise a second failed call would pick its slot and close it.
+        current = 1 - current;
         return 0;
     }
     if (transition == kCut && streams[1 - current]) {

@@ -27,7 +27,7 @@ static void DrainBlocks(vorbis_dsp_state& dsp, vorbis_block& block, ogg_stream_s
 int EncodeOggVorbis(const short* samples, unsigned int frames, int channels, long rate, float quality,
                     std::vector<unsigned char>& out) {
     out.clear();
-    if (!samples || channels < 1 || channels > 2) {
+    if ((!samples && frames) || channels < 1 || channels > 2) {
         return 0;
     }
     vorbis_info vi;

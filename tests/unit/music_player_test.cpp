@@ -1,0 +1,227 @@
+// The music player on OpenAL's null output, tick by tick: what each
+// transition does to gain, pitch and the two slots, failures that must leave
+// the old piece alone, and a source restarted after it ran dry.
+#include "audio/music_player.h"
+
+#include <AL/al.h>
+#include <gtest/gtest.h>
+
+#include "audio/music_stream.h"
+#include "audio/ogg_encoder.h"
+#include "audio/sound_system.h"
+#include "audio_test_support.h"
+#include "platform/sys_clock.h"
+#include "resources/resource_manager.h"
+
+namespace {
+
+std::vector<unsigned char> EncodeTone(unsigned int frames, int channels, long rate, double frequency) {
+    std::vector<short> pcm = test::SineSamples(frames, channels, rate, frequency);
+    std::vector<unsigned char> ogg;
+    EncodeOggVorbis(pcm.data(), frames, channels, rate, 0.3f, ogg);
+    return ogg;
+}
+
+float SourceFloat(ALuint source, ALenum what) {
+    ALfloat v = -1;
+    alGetSourcef(source, what, &v);
+    return v;
+}
+
+ALint SourceInt(ALuint source, ALenum what) {
+    ALint v = -1;
+    alGetSourcei(source, what, &v);
+    return v;
+}
+
+class MusicPlayerTest : public ::testing::Test {
+protected:
+    SoundSystem sound;
+    ResourceManager resources;
+    MusicPlayer* music = nullptr;  // destroyed before the sound system closes the device
+
+    void SetUp() override {
+        ASSERT_TRUE(sound.Init());
+        std::string data = test::ScratchDir(::testing::UnitTest::GetInstance()->current_test_info()->name());
+        test::WriteResource(data, "sound\\a.ogg", EncodeTone(48000, 2, 48000, 440.0));
+        test::WriteResource(data, "sound\\b.ogg", EncodeTone(11025, 1, 22050, 660.0));
+        test::WriteResource(data, "sound\\broken.ogg", std::vector<unsigned char>(300, 'O'));
+        snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+        music = new MusicPlayer();
+        music->resources = &resources;
+    }
+    void TearDown() override { delete music; }
+
+    MusicStream* Current() { return music->streams[music->current]; }
+    MusicStream* Other() { return music->streams[1 - music->current]; }
+};
+
+}  // namespace
+
+TEST_F(MusicPlayerTest, PlayingQueuesTwoFullFillsAtTheFilesOwnFormat) {
+    music->transition = MusicPlayer::kCut;
+    ASSERT_EQ(music->PlayMusic("sound\\b.ogg"), 1);
+    MusicStream* s = Current();
+    ASSERT_NE(s, nullptr);
+    EXPECT_EQ(s->format, static_cast<unsigned int>(AL_FORMAT_MONO16));
+    EXPECT_EQ(s->IsPlaying(), 1u);
+    EXPECT_TRUE(s->SourcePlaying());
+    EXPECT_EQ(SourceInt(s->alSource, AL_BUFFERS_QUEUED), 2);
+    for (ALuint b : s->alBuffers) {
+        ALint size = 0, rate = 0, channels = 0;
+        alGetBufferi(b, AL_SIZE, &size);
+        alGetBufferi(b, AL_FREQUENCY, &rate);
+        alGetBufferi(b, AL_CHANNELS, &channels);
+        EXPECT_EQ(size, 262144);
+        EXPECT_EQ(rate, 22050);
+        EXPECT_EQ(channels, 1);
+    }
+    // Music is not positional.
+    EXPECT_EQ(SourceInt(s->alSource, AL_SOURCE_RELATIVE), AL_TRUE);
+    EXPECT_FLOAT_EQ(SourceFloat(s->alSource, AL_ROLLOFF_FACTOR), 0.0f);
+    s->Stop();
+    EXPECT_EQ(s->IsPlaying(), 0u);
+    EXPECT_EQ(SourceInt(s->alSource, AL_BUFFERS_QUEUED), 0);
+}
+
+TEST_F(MusicPlayerTest, CrossFadeTakesExactlyTwoHundredTicks) {
+    music->transition = MusicPlayer::kFade;
+    ASSERT_EQ(music->PlayMusic("sound\\a.ogg"), 1);
+    for (int i = 0; i < 200; i++) {
+        music->Update();
+    }
+    MusicStream* oldPiece = Current();
+    EXPECT_FLOAT_EQ(music->gain[music->current], 1.0f);
+    ASSERT_EQ(music->PlayMusic("sound\\b.ogg"), 1);
+    MusicStream* newPiece = Current();
+    ASSERT_NE(newPiece, oldPiece);
+    EXPECT_FLOAT_EQ(SourceFloat(newPiece->alSource, AL_GAIN), 0.0f);
+    for (int tick = 1; tick <= 199; tick++) {
+        music->Update();
+        ASSERT_EQ(Other(), oldPiece) << "old piece gone early, tick " << tick;
+        ASSERT_TRUE(music->changing[music->current]) << tick;
+    }
+    EXPECT_NEAR(SourceFloat(newPiece->alSource, AL_GAIN), 0.995f, 1e-4f);
+    EXPECT_NEAR(SourceFloat(oldPiece->alSource, AL_GAIN), 0.005f, 1e-4f);
+    music->Update();  // tick 200
+    EXPECT_EQ(Other(), nullptr);
+    EXPECT_EQ(music->gain[music->current], 1.0f);
+    EXPECT_FLOAT_EQ(SourceFloat(newPiece->alSource, AL_GAIN), 1.0f);
+    EXPECT_FALSE(music->changing[music->current]);
+    EXPECT_TRUE(newPiece->SourcePlaying());
+}
+
+TEST_F(MusicPlayerTest, SlideRaisesThePitchOfTheNewPieceFromTheBottom) {
+    music->transition = MusicPlayer::kSlide;
+    ASSERT_EQ(music->PlayMusic("sound\\a.ogg"), 1);
+    MusicStream* s = Current();
+    EXPECT_FLOAT_EQ(SourceFloat(s->alSource, AL_PITCH), 0.01f);  // raised to the lowest pitch
+    for (int i = 0; i < 100; i++) {
+        music->Update();
+    }
+    EXPECT_NEAR(SourceFloat(s->alSource, AL_PITCH), 0.5f, 1e-4f);
+    EXPECT_FLOAT_EQ(SourceFloat(s->alSource, AL_GAIN), 1.0f);  // the gain is left alone
+    music->StopMusic();
+    for (int i = 0; i < 99; i++) {
+        music->Update();
+    }
+    ASSERT_EQ(Other(), s);
+    EXPECT_NEAR(SourceFloat(s->alSource, AL_PITCH), 0.01f, 1e-4f);
+    music->Update();
+    EXPECT_EQ(Other(), nullptr);
+}
+
+TEST_F(MusicPlayerTest, CutReplacesAtOnceAndStopMusicSilencesAtTheNextTick) {
+    music->transition = MusicPlayer::kCut;
+    ASSERT_EQ(music->PlayMusic("sound\\a.ogg"), 1);
+    MusicStream* first = Current();
+    ASSERT_EQ(music->PlayMusic("sound\\b.ogg"), 1);
+    EXPECT_EQ(first->IsPlaying(), 0u);
+    EXPECT_FALSE(first->SourcePlaying());
+    MusicStream* second = Current();
+    EXPECT_FLOAT_EQ(SourceFloat(second->alSource, AL_GAIN), 1.0f);
+    music->StopMusic();
+    EXPECT_TRUE(second->SourcePlaying());  // still playing until the tick runs
+    music->Update();
+    EXPECT_EQ(Other(), nullptr);
+    ASSERT_NE(Current(), nullptr);
+    EXPECT_EQ(Current()->IsPlaying(), 0u);  // the empty stream never plays
+}
+
+TEST_F(MusicPlayerTest, AMissingOrBrokenFileLeavesTheOldMusicPlaying) {
+    music->transition = MusicPlayer::kFade;
+    ASSERT_EQ(music->PlayMusic("sound\\a.ogg"), 1);
+    MusicStream* playing = Current();
+    EXPECT_EQ(music->PlayMusic("sound\\missing.ogg"), 0);
+    EXPECT_EQ(music->PlayMusic("sound\\broken.ogg"), 0);
+    for (int i = 0; i < 10; i++) {
+        music->Update();
+    }
+    ASSERT_EQ(Current(), playing);
+    EXPECT_EQ(playing->IsPlaying(), 1u);
+    EXPECT_TRUE(playing->SourcePlaying());
+    // It goes on fading in as if nothing had happened.
+    EXPECT_NEAR(SourceFloat(playing->alSource, AL_GAIN), 0.05f, 1e-4f);
+    EXPECT_TRUE(music->changing[music->current]);
+}
+
+TEST_F(MusicPlayerTest, NothingPlaysWithoutResources) {
+    music->resources = nullptr;
+    EXPECT_EQ(music->PlayMusic("sound\\a.ogg"), 0);
+    EXPECT_EQ(music->streams[0], nullptr);
+    EXPECT_EQ(music->streams[1], nullptr);
+}
+
+TEST_F(MusicPlayerTest, ASourceThatRanDryIsRestartedByTheNextRefill) {
+    music->transition = MusicPlayer::kCut;
+    ASSERT_EQ(music->PlayMusic("sound\\a.ogg"), 1);
+    MusicStream* s = Current();
+    // Play both fills out quickly, as a long stall would, without any update.
+    s->SetPitch(8.0f);
+    int waited = 0;
+    while (SourceInt(s->alSource, AL_SOURCE_STATE) == AL_PLAYING && waited < 30000) {
+        Sys_Sleep(10);
+        waited += 10;
+    }
+    ASSERT_EQ(SourceInt(s->alSource, AL_SOURCE_STATE), AL_STOPPED)
+        << "the null device never played the buffers out";
+    EXPECT_EQ(SourceInt(s->alSource, AL_BUFFERS_PROCESSED), 2);
+    music->Update();
+    EXPECT_EQ(SourceInt(s->alSource, AL_SOURCE_STATE), AL_PLAYING);
+    EXPECT_EQ(SourceInt(s->alSource, AL_BUFFERS_QUEUED), 2);
+    EXPECT_EQ(SourceInt(s->alSource, AL_BUFFERS_PROCESSED), 0);
+}
+
+TEST(MusicPlayerClosed, NoDeviceNoMusic) {
+    ResourceManager resources;
+    std::string data = test::ScratchDir("music_closed");
+    test::WriteResource(data, "sound\\a.ogg", EncodeTone(8000, 1, 8000, 440.0));
+    snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+    MusicPlayer music;
+    music.resources = &resources;
+    EXPECT_EQ(music.PlayMusic("sound\\a.ogg"), 0);
+    music.StopMusic();
+    music.Update();
+}
+
+TEST(ShippedMusic, MenuMusicDecodesWhenTheContentIsBuilt) {
+    std::string data = std::string(VANTLE_RUN_DIR) + "/data";
+    ResourceManager resources;
+    snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+    unsigned char* bytes = resources.Open("sound\\music_menu.ogg");
+    if (!bytes) {
+        GTEST_SKIP() << "no sound\\music_menu.ogg in " << data << " (content not built)";
+    }
+    OggDecoder decoder;
+    ASSERT_EQ(decoder.Open(bytes, resources.bufferSize), 1);
+    EXPECT_GE(decoder.Channels(), 1);
+    EXPECT_GT(decoder.Rate(), 0);
+    std::vector<unsigned char> fill(MusicStream::kFillBytes);
+    ASSERT_EQ(decoder.Decode(fill.data(), MusicStream::kFillBytes), 1);
+    int loud = 0;
+    for (size_t i = 0; i + 1 < fill.size(); i += 2) {
+        short v = static_cast<short>(fill[i] | fill[i + 1] << 8);
+        loud += v > 1000 || v < -1000;
+    }
+    EXPECT_GT(loud, 1000) << "the menu music is silent";
+}
