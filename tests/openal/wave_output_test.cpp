@@ -1,0 +1,210 @@
+// Real sound through OpenAL Soft's wave writer: music streamed through the
+// normal player, effects played on sources, and the start-up log with no
+// output at all. OpenAL reads its driver settings once per process, so every
+// test here must run in a process of its own (CTest runs each one that way).
+#include <AL/al.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+
+#include "app/console.h"
+#include "audio/music_player.h"
+#include "audio/ogg_encoder.h"
+#include "audio/sound_startup.h"
+#include "audio/sound_system.h"
+#include "audio/wav_file.h"
+#include "audio_test_support.h"
+#include "platform/sys_clock.h"
+#include "resources/resource_manager.h"
+
+namespace {
+
+const int kOutputRate = 44100;
+
+// Points OpenAL at the given driver, with a config naming the wave file. Fails the test when OpenAL
+// was already set up in this process with other settings.
+void UseDriver(const char* drivers, const std::string& dir, std::string* wavePath) {
+    static bool used = false;
+    ASSERT_FALSE(used) << "each test of this binary needs its own process (run it through ctest)";
+    used = true;
+    *wavePath = dir + "/out.wav";
+    std::string conf = dir + "/alsoft.conf";
+    ASSERT_TRUE(test::WriteText(conf,
+                                "[general]\nfrequency = 44100\nchannels = stereo\nsample-type = int16\n"
+                                "[wave]\nfile = " +
+                                    *wavePath + "\n"));
+    setenv("ALSOFT_CONF", conf.c_str(), 1);
+    setenv("ALSOFT_DRIVERS", drivers, 1);
+}
+
+// The 16-bit stereo samples of a wave-writer file (its "fmt " is the extensible kind, so we find "data"
+// ourselves).
+std::vector<short> ReadOutput(const std::string& path, int* channels, int* rate) {
+    std::vector<unsigned char> bytes = test::ReadFile(path);
+    std::vector<short> samples;
+    if (bytes.size() < 12 || memcmp(bytes.data(), "RIFF", 4) != 0) {
+        return samples;
+    }
+    size_t pos = 12;
+    while (pos + 8 <= bytes.size()) {
+        unsigned int size =
+            bytes[pos + 4] | bytes[pos + 5] << 8 | bytes[pos + 6] << 16 | bytes[pos + 7] << 24;
+        const unsigned char* body = bytes.data() + pos + 8;
+        if (!memcmp(bytes.data() + pos, "fmt ", 4)) {
+            *channels = body[2] | body[3] << 8;
+            *rate = body[4] | body[5] << 8 | body[6] << 16 | body[7] << 24;
+            EXPECT_EQ(body[14], 16) << "bits per sample";
+        } else if (!memcmp(bytes.data() + pos, "data", 4)) {
+            size_t n = std::min<size_t>(size, bytes.size() - pos - 8) / 2;
+            for (size_t i = 0; i < n; i++) {
+                samples.push_back(static_cast<short>(body[2 * i] | body[2 * i + 1] << 8));
+            }
+        }
+        pos += 8 + size;
+    }
+    return samples;
+}
+
+// Sign changes per second of the left channel over [from, to) seconds.
+double CrossingsPerSecond(const std::vector<short>& s, double from, double to) {
+    size_t a = static_cast<size_t>(from * kOutputRate), b = static_cast<size_t>(to * kOutputRate);
+    int crossings = 0;
+    for (size_t i = a + 1; i < b && 2 * i < s.size(); i++) {
+        crossings += (s[2 * (i - 1)] < 0) != (s[2 * i] < 0);
+    }
+    return crossings / (to - from);
+}
+
+// Root mean square of the left channel over [from, to) seconds.
+double Rms(const std::vector<short>& s, double from, double to) {
+    size_t a = static_cast<size_t>(from * kOutputRate), b = static_cast<size_t>(to * kOutputRate);
+    double sum = 0;
+    size_t n = 0;
+    for (size_t i = a; i < b && 2 * i < s.size(); i++, n++) {
+        sum += static_cast<double>(s[2 * i]) * s[2 * i];
+    }
+    return n ? sqrt(sum / n) : 0;
+}
+
+double Seconds() {
+    return static_cast<double>(Sys_PerformanceCounter()) / Sys_PerformanceFrequency();
+}
+
+// Streams name through a music player for the given number of 20 ms ticks, then closes the device.
+double StreamMusic(const std::string& dataDir, const char* name, int ticks) {
+    SoundSystem* sound = new SoundSystem();
+    EXPECT_TRUE(sound->Init());
+    ResourceManager resources;
+    snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", dataDir.c_str());
+    MusicPlayer* music = new MusicPlayer();
+    music->resources = &resources;
+    music->transition = MusicPlayer::kCut;
+    double start = Seconds();
+    EXPECT_EQ(music->PlayMusic(name), 1);
+    for (int i = 0; i < ticks; i++) {
+        music->Update();
+        Sys_Sleep(20);
+    }
+    delete music;
+    double elapsed = Seconds() - start;
+    delete sound;  // closing the device finishes the wave file
+    return elapsed;
+}
+
+}  // namespace
+
+TEST(WaveOutput, StreamedStereoMusicComesOutWholeAndInTune) {
+    std::string dir = test::ScratchDir("wave_music_stereo"), wave;
+    UseDriver("wave", dir, &wave);
+    // Two seconds of 440 Hz, so three seconds of play loop through the end once.
+    std::vector<short> pcm = test::SineSamples(88200, 2, 44100, 440.0);
+    std::vector<unsigned char> ogg;
+    ASSERT_TRUE(EncodeOggVorbis(pcm.data(), 88200, 2, 44100, 0.5f, ogg));
+    ASSERT_TRUE(test::WriteResource(dir, "sound\\music_level.ogg", ogg));
+    double elapsed = StreamMusic(dir, "sound\\music_level.ogg", 200);
+
+    int channels = 0, rate = 0;
+    std::vector<short> out = ReadOutput(wave, &channels, &rate);
+    ASSERT_EQ(channels, 2);
+    ASSERT_EQ(rate, kOutputRate);
+    double seconds = out.size() / 2.0 / kOutputRate;
+    // The writer runs in real time while the device is open.
+    EXPECT_GT(seconds, 3.5);
+    EXPECT_LT(seconds, elapsed + 1.0);
+    // Music throughout, including across the loop point at two seconds, at its own pitch.
+    for (double t = 0.5; t + 0.5 <= 3.5; t += 0.5) {
+        EXPECT_GT(Rms(out, t, t + 0.5), 3000) << "silent at " << t << " s";
+        EXPECT_NEAR(CrossingsPerSecond(out, t, t + 0.5), 880, 20) << "at " << t << " s";
+    }
+}
+
+TEST(WaveOutput, MonoMusicPlaysAtItsOwnSampleRate) {
+    std::string dir = test::ScratchDir("wave_music_mono"), wave;
+    UseDriver("wave", dir, &wave);
+    std::vector<short> pcm = test::SineSamples(22050, 1, 22050, 300.0);
+    std::vector<unsigned char> ogg;
+    ASSERT_TRUE(EncodeOggVorbis(pcm.data(), 22050, 1, 22050, 0.5f, ogg));
+    ASSERT_TRUE(test::WriteResource(dir, "sound\\music_menu.ogg", ogg));
+    StreamMusic(dir, "sound\\music_menu.ogg", 100);
+    int channels = 0, rate = 0;
+    std::vector<short> out = ReadOutput(wave, &channels, &rate);
+    ASSERT_GT(out.size() / 2.0 / kOutputRate, 1.5);
+    EXPECT_GT(Rms(out, 0.5, 1.5), 2000);
+    EXPECT_NEAR(CrossingsPerSecond(out, 0.5, 1.5), 600, 15);
+    // A mono source is centred: both channels carry it alike.
+    double left = 0, right = 0;
+    for (size_t i = kOutputRate / 2; i < static_cast<size_t>(kOutputRate * 3 / 2); i++) {
+        left += std::abs(out[2 * i]);
+        right += std::abs(out[2 * i + 1]);
+    }
+    EXPECT_NEAR(left / right, 1.0, 0.05);
+}
+
+TEST(WaveOutput, ASecondSoundOnTheSameSourceCutsTheFirstOff) {
+    std::string dir = test::ScratchDir("wave_effects"), wave;
+    UseDriver("wave", dir, &wave);
+    SoundSystem* sound = new SoundSystem();
+    ASSERT_TRUE(sound->Init());
+    std::vector<short> longTone = test::SineSamples(22050 * 3, 1, 22050, 400.0);
+    std::vector<short> shortTone = test::SineSamples(11025, 1, 22050, 1000.0);
+    std::vector<unsigned char> a, b;
+    WriteWav(1, 16, 22050, longTone.data(), static_cast<unsigned int>(longTone.size() * 2), a);
+    WriteWav(1, 16, 22050, shortTone.data(), static_cast<unsigned int>(shortTone.size() * 2), b);
+    ASSERT_EQ(sound->UploadWav(a.data(), static_cast<unsigned int>(a.size()), 1), 1);
+    ASSERT_EQ(sound->UploadWav(b.data(), static_cast<unsigned int>(b.size()), 2), 1);
+    double start = Seconds();
+    ASSERT_EQ(sound->Play(1, 0), 1);
+    Sys_Sleep(700);
+    double switchAt = Seconds() - start;
+    ASSERT_EQ(sound->Play(2, 0), 1);
+    Sys_Sleep(1500);
+    delete sound;
+
+    int channels = 0, rate = 0;
+    std::vector<short> out = ReadOutput(wave, &channels, &rate);
+    ASSERT_GT(out.size() / 2.0 / kOutputRate, switchAt + 1.4);
+    EXPECT_NEAR(CrossingsPerSecond(out, 0.1, switchAt - 0.1), 800, 20);               // the first sound
+    EXPECT_NEAR(CrossingsPerSecond(out, switchAt + 0.15, switchAt + 0.4), 2000, 40);  // the second
+    // After the short sound ends, nothing: the long one was stopped, not paused.
+    EXPECT_LT(Rms(out, switchAt + 0.8, switchAt + 1.3), 50);
+}
+
+TEST(WaveOutput, NoDriverMeansTheStartupLogSaysSoAndEverythingIsSilent) {
+    std::string dir = test::ScratchDir("wave_none"), wave;
+    UseDriver("no-such-driver", dir, &wave);
+    g_console.Clear();
+    EXPECT_EQ(InitSoundAtStartup(), 0);
+    EXPECT_EQ(std::string(g_console.lines[1]), std::string(83, '='));
+    EXPECT_STREQ(g_console.lines[2], "Could not initialise OpenAL");
+    EXPECT_STREQ(g_console.lines[3], "");
+    std::vector<short> pcm = test::SineSamples(100, 1, 8000, 400.0);
+    std::vector<unsigned char> image;
+    WriteWav(1, 16, 8000, pcm.data(), 200, image);
+    EXPECT_EQ(g_sound.UploadWav(image.data(), static_cast<unsigned int>(image.size()), 1), 0);
+    EXPECT_EQ(g_sound.Play(1, 0), 0);
+    ResourceManager resources;
+    EXPECT_EQ(LoadGameSounds(&resources), 0);
+    g_music.resources = &resources;
+    EXPECT_EQ(g_music.PlayMusic("sound\\music_menu.ogg"), 0);
+}
