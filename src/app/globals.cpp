@@ -7,7 +7,10 @@
 #include "audio/music_player.h"
 #include "audio/sound_system.h"
 #include "net/net_endpoint.h"
+#include "resources/flare_list.h"
 #include "resources/resource_manager.h"
+#include "resources/screen_texture.h"
+#include "resources/texture_manager.h"
 #include "ui/text_batch.h"
 
 //  1 end location            (closing scenes)
@@ -17,13 +20,13 @@
 //  5 level title text        (text batch)
 //  6 completion text         (text batch)
 //  7 menu location           (title menu)
-//  8 flare set               (title menu)
+FlareList g_flares;              //  8 flare set
 //  9 logo model 1            (title menu)
 // 10 logo model 2            (title menu)
 // 11 logo text               (text batch)
 // 12 g_window
 SoundSystem g_sound;             // 13
-// 14 texture manager
+TextureManager g_textures;       // 14
 // 15 g_gui
 // 16 g_camera
 ResourceManager g_resources;     // 17
@@ -35,6 +38,6 @@ Console g_console;               // 22
 MusicPlayer g_music;             // 23
 NetEndpoint g_netHost(NetEndpoint::kHost);  // 24
 NetEndpoint g_netPeer(NetEndpoint::kPeer);  // 25
-// 26 screen texture
+ScreenTexture g_screenTexture;   // 26
 // 27 g_location
 // 28 g_debugMenu
