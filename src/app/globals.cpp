@@ -6,6 +6,7 @@
 #include "app/console.h"
 #include "audio/music_player.h"
 #include "audio/sound_system.h"
+#include "game/collision_world.h"
 #include "net/net_endpoint.h"
 #include "resources/flare_list.h"
 #include "resources/resource_manager.h"
@@ -15,7 +16,7 @@
 
 //  1 end location            (closing scenes)
 //  2 game model              (level loading)
-//  3 collision world         (game)
+CollisionWorld g_collision;      //  3
 //  4 HUD score text          (text batch)
 //  5 level title text        (text batch)
 //  6 completion text         (text batch)

@@ -10,3 +10,11 @@ int Rand() {
 void ResetRand() {
     s_randState = 1;
 }
+
+unsigned int RandState() {
+    return s_randState;
+}
+
+void SetRandState(unsigned int state) {
+    s_randState = state;
+}

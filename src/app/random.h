@@ -8,3 +8,9 @@ int Rand();
 
 // Puts the sequence back to its first number (tests and replays only; the game never calls it).
 void ResetRand();
+
+// The generator's state, so a replay can note where the sequence stood when it started.
+unsigned int RandState();
+
+// Puts the sequence back where a replay noted it (replay playback and recording only).
+void SetRandState(unsigned int state);

@@ -1,0 +1,213 @@
+// The particle pool: spawning into the lowest free record, the full pool, the
+// frame strip with its loop, the bounce, the shatter, the drift box and the
+// draw list that keeps a particle dying in this tick.
+#include "game/particles.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "app/random.h"
+
+namespace {
+
+ParticleSpawn Plain(float y) {
+    ParticleSpawn s;
+    memset(&s, 0, sizeof(s));
+    s.texture = "particle_fire.tga";
+    s.position[1] = y;
+    s.frameCount = 1;
+    return s;
+}
+
+class ParticlesTest : public ::testing::Test {
+protected:
+    void SetUp() override { ResetParticles(); }
+    void TearDown() override { ResetParticles(); }
+};
+
+}  // namespace
+
+TEST_F(ParticlesTest, SpawnTakesTheLowestFreeRecordAndAFullPoolRefuses) {
+    ParticleSpawn s = Plain(10);
+    EXPECT_EQ(SpawnParticle(s), 0);
+    EXPECT_EQ(SpawnParticle(s), 1);
+    EXPECT_EQ(SpawnParticle(s), 2);
+    particles[1].active = 0;
+    EXPECT_EQ(SpawnParticle(s), 1);
+    for (int i = 3; i < kParticleCount; i++) {
+        ASSERT_EQ(SpawnParticle(s), i);
+    }
+    Particle before = particles[4999];
+    s.position[1] = 77;
+    EXPECT_EQ(SpawnParticle(s), -1);
+    EXPECT_EQ(memcmp(&before, &particles[4999], sizeof(Particle)), 0);
+}
+
+TEST_F(ParticlesTest, SpawnCopiesEveryFieldAndTheTextureName) {
+    ParticleSpawn s = Plain(3);
+    s.velocity[0] = 1.5f;
+    s.acceleration[2] = -0.5f;
+    s.sizeStart[0] = 8;
+    s.sizeEnd[1] = 4;
+    s.alphaStart = 0.7f;
+    s.frameCount = 16;
+    s.lastFrame = 15;
+    s.loopFrame = 14;
+    s.frameRate = 2.2f;
+    s.lifeRate = 0.25f;
+    s.behaviour = 1;
+    const char longName[] = "a_very_long_texture_name_that_does_not_fit_into_fifty_bytes.tga";
+    s.texture = longName;
+    int i = SpawnParticle(s);
+    ASSERT_EQ(i, 0);
+    const Particle& p = particles[i];
+    EXPECT_EQ(p.active, 1);
+    EXPECT_EQ(strlen(p.texture), 50u);
+    EXPECT_EQ(strncmp(p.texture, longName, 50), 0);
+    EXPECT_FLOAT_EQ(p.velocity[0], 1.5f);
+    EXPECT_FLOAT_EQ(p.acceleration[2], -0.5f);
+    EXPECT_FLOAT_EQ(p.sizeStart[0], 8);
+    EXPECT_FLOAT_EQ(p.sizeEnd[1], 4);
+    EXPECT_FLOAT_EQ(p.sizeStart[2], 0);
+    EXPECT_EQ(p.loopFrame, 14);
+    EXPECT_EQ(p.behaviour, 1);
+}
+
+TEST_F(ParticlesTest, FlameStripRunsToItsLastFrameThenRestsOnTheLoopFrame) {
+    ParticleSpawn s = Plain(100);
+    s.frameCount = 16;
+    s.lastFrame = 15;
+    s.loopFrame = 14;
+    s.frameRate = 2.2f;
+    SpawnParticle(s);
+    float expected[] = {2.2f, 4.4f, 6.6f, 8.8f, 11.0f, 13.2f, 14.0f, 14.0f, 14.0f};
+    for (float e : expected) {
+        UpdateParticles();
+        EXPECT_NEAR(particles[0].frame, e, 1e-4);
+    }
+}
+
+TEST_F(ParticlesTest, MotionAddsAccelerationFirstAndLifeEndsAtOne) {
+    ParticleSpawn s = Plain(100);
+    s.velocity[1] = -2;
+    s.acceleration[1] = -0.5f;
+    s.lifeRate = 0.25f;
+    SpawnParticle(s);
+    UpdateParticles();
+    EXPECT_FLOAT_EQ(particles[0].velocity[1], -2.5f);
+    EXPECT_FLOAT_EQ(particles[0].position[1], 97.5f);
+    UpdateParticles();
+    UpdateParticles();
+    EXPECT_EQ(particles[0].active, 1);
+    UpdateParticles();  // life reaches 1.0 in this tick
+    EXPECT_EQ(particles[0].active, 0);
+    EXPECT_EQ(drawCount, 1);  // still drawn in the tick it dies
+    UpdateParticles();
+    EXPECT_EQ(drawCount, 0);
+}
+
+TEST_F(ParticlesTest, BehaviourOneBouncesAt5Point3WithSixTenthsOfTheSpeed) {
+    ParticleSpawn s = Plain(20);
+    s.velocity[1] = -2;
+    s.behaviour = 1;
+    SpawnParticle(s);
+    for (int i = 0; i < 7; i++) {
+        UpdateParticles();
+    }
+    EXPECT_FLOAT_EQ(particles[0].position[1], 6);
+    UpdateParticles();  // 4.0: below the floor
+    EXPECT_FLOAT_EQ(particles[0].position[1], 5.3f);
+    EXPECT_FLOAT_EQ(particles[0].velocity[1], 1.2f);
+}
+
+TEST_F(ParticlesTest, BehaviourTwoShattersIntoAFloorSparkleAndDies) {
+    ResetRand();
+    ParticleSpawn s = Plain(3);
+    s.behaviour = 2;
+    SpawnParticle(s);
+    UpdateParticles();
+    EXPECT_EQ(particles[0].active, 0);
+    ASSERT_EQ(particles[1].active, 1);
+    EXPECT_STREQ(particles[1].texture, "particle_sparkle.tga");
+    EXPECT_EQ(particles[1].behaviour, 1);
+    EXPECT_FLOAT_EQ(particles[1].position[1], 5.3f);
+    EXPECT_FLOAT_EQ(particles[1].alphaStart, 0.5f);
+    EXPECT_GE(particles[1].lifeRate, 0.01f);
+    EXPECT_LT(particles[1].lifeRate, 0.02f);
+    EXPECT_GE(particles[0].rotation, 2.0f);  // spun by 2 + (random mod 200) / 100
+    EXPECT_LT(particles[0].rotation, 4.0f);
+}
+
+TEST_F(ParticlesTest, BehaviourThreeDiesWhenItLeavesTheLevelBox) {
+    struct {
+        float x, y, z;
+        int dies;
+    } cases[] = {{0, 50, 0, 0},    {181, 50, 0, 1}, {-181, 50, 0, 1}, {0, 50, 201, 1},
+                 {0, 50, -221, 1}, {0, -1, 0, 1},   {0, 50, 199, 0},  {179, 50, -219, 0}};
+    for (auto& c : cases) {
+        ResetParticles();
+        ParticleSpawn s = Plain(c.y);
+        s.position[0] = c.x;
+        s.position[2] = c.z;
+        s.behaviour = 3;
+        s.lifeRate = 0.003f;
+        SpawnParticle(s);
+        UpdateParticles();
+        EXPECT_EQ(particles[0].active, c.dies ? 0 : 1) << c.x << "," << c.y << "," << c.z;
+        if (!c.dies) {
+            EXPECT_LE(particles[0].velocity[0], 0.125f);
+            EXPECT_GE(particles[0].velocity[0], -0.125f);
+        }
+    }
+}
+
+TEST_F(ParticlesTest, PresetsUseTheirTexturesFramesAndRanges) {
+    float at[3] = {1, 2, 3};
+    for (int round = 0; round < 50; round++) {
+        ResetParticles();
+        int flame = SpawnJumpFlame(at);
+        int dust = SpawnDust(10, 20, 30);
+        int gibs = SpawnGibs(at);
+        int smoke = SpawnRedSmoke(at);
+        const Particle& f = particles[flame];
+        EXPECT_STREQ(f.texture, "particle_fire.tga");
+        EXPECT_GE(f.sizeStart[0], 8);
+        EXPECT_LE(f.sizeStart[0], 11);
+        EXPECT_GE(f.sizeEnd[1], 4);
+        EXPECT_LE(f.sizeEnd[1], 7);
+        EXPECT_FLOAT_EQ(f.frameRate, 2.2f);
+        EXPECT_GE(f.lifeRate, 0.005f);
+        EXPECT_LT(f.lifeRate, 0.205f);
+        EXPECT_LT(f.rotation, 360);
+        const Particle& d = particles[dust];
+        EXPECT_FLOAT_EQ(d.velocity[1], -1.5f);
+        EXPECT_FLOAT_EQ(d.sizeEnd[0] - d.sizeStart[0], 72);
+        EXPECT_FLOAT_EQ(d.sizeStart[0], d.sizeStart[1]);
+        EXPECT_FLOAT_EQ(d.frame, 14);
+        EXPECT_FLOAT_EQ(d.alphaStart, 0.5f);
+        const Particle& g = particles[gibs];
+        EXPECT_STREQ(g.texture, "particle_gibs.tga");
+        EXPECT_NEAR(g.velocity[0] * g.velocity[0] + g.velocity[2] * g.velocity[2], 0.64f, 1e-4);
+        EXPECT_FLOAT_EQ(g.velocity[1], 0.8f);
+        EXPECT_LT(g.frame, 4);
+        const Particle& r = particles[smoke];
+        EXPECT_FLOAT_EQ(r.colourStart[0], 0.8f);
+        EXPECT_FLOAT_EQ(r.colourEnd[1], 0.0f);
+        EXPECT_FLOAT_EQ(r.acceleration[1], -0.04f);
+    }
+}
+
+TEST_F(ParticlesTest, SparklesFallOutwardAtOnePointFive) {
+    for (int round = 0; round < 50; round++) {
+        ResetParticles();
+        int i = SpawnSparkle(0, 100, 0);
+        const Particle& p = particles[i];
+        float speed2 =
+            p.velocity[0] * p.velocity[0] + p.velocity[1] * p.velocity[1] + p.velocity[2] * p.velocity[2];
+        EXPECT_NEAR(speed2, 2.25f, 1e-3);
+        EXPECT_LT(p.velocity[1], -1.3f);  // pitch 81..100 points down
+        EXPECT_EQ(p.behaviour, 3);
+        EXPECT_STREQ(p.texture, "particle_star.tga");
+    }
+}

@@ -1,0 +1,185 @@
+// The replay text format: writing and reading back, byte-exact output, key
+// names, defaults, and clean errors with line numbers for broken files.
+#include "game/replay.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/random.h"
+#include "test_support.h"
+
+namespace {
+
+std::string Write(const Replay& replay) {
+    std::string text(replay.Size(), '\0');
+    int n = replay.Serialise(&text[0], static_cast<unsigned int>(text.size()));
+    EXPECT_GT(n, 0);
+    text.resize(static_cast<size_t>(n));
+    return text;
+}
+
+std::string ParseError(const std::string& text) {
+    Replay replay;
+    if (replay.Parse(text.data(), static_cast<unsigned int>(text.size())) != 0) {
+        return "parsed";
+    }
+    return replay.error;
+}
+
+const char kHeader[] = "vantle2-replay 1\nticks 100\n";
+
+}  // namespace
+
+TEST(ReplayFormat, WritesTheDocumentedTextExactly) {
+    Replay replay;
+    replay.level = 2;
+    replay.lives = 1;
+    replay.score = 1350;
+    replay.highScore = 4410;
+    replay.randState = 3735928559u;
+    replay.debug = 1;
+    replay.length = 2310;
+    replay.AddEvent(0, ReplayKeyDown, 0x26, 0, 0);
+    replay.AddEvent(12, ReplayKeyDown, 0x20, 0, 0);
+    replay.AddEvent(12, ReplayKeyUp, 'G', 0, 0);
+    replay.AddEvent(40, ReplayJoystick, 0, 32767, 65535);
+    replay.AddEvent(90, ReplayJoystickOff, 0, 0, 0);
+    replay.AddEvent(91, ReplayKeyUp, 0xBA, 0, 0);
+    EXPECT_EQ(Write(replay),
+              "vantle2-replay 1\nlevel 2\nlives 1\nscore 1350\nhighscore 4410\nrand 3735928559\ndebug 1\n"
+              "ticks 2310\n0 down UP\n12 down SPACE\n12 up G\n40 joy 32767 65535\n90 joy off\n91 up 0xBA\n");
+}
+
+TEST(ReplayFormat, RoundTripsEveryField) {
+    Replay a;
+    a.level = 12;
+    a.lives = 999;
+    a.score = 4294967295u;
+    a.highScore = 7;
+    a.randState = 0;
+    a.length = 5000;
+    for (int i = 0; i < 300; i++) {
+        a.AddEvent(static_cast<unsigned int>(i * 10), i % 4, (i * 7) % 256, i * 200, 65535 - i * 200);
+    }
+    std::string text = Write(a);
+    Replay b;
+    ASSERT_GT(b.Parse(text.data(), static_cast<unsigned int>(text.size())), 0) << b.error;
+    EXPECT_EQ(b.level, 12);
+    EXPECT_EQ(b.lives, 999);
+    EXPECT_EQ(b.score, 4294967295u);
+    EXPECT_EQ(b.highScore, 7u);
+    EXPECT_EQ(b.randState, 0u);
+    EXPECT_EQ(b.length, 5000u);
+    ASSERT_EQ(b.eventCount, 300);
+    for (int i = 0; i < 300; i++) {
+        EXPECT_EQ(b.events[i].tick, a.events[i].tick);
+        EXPECT_EQ(b.events[i].kind, a.events[i].kind);
+        if (a.events[i].kind <= ReplayKeyUp) {
+            EXPECT_EQ(b.events[i].key, a.events[i].key) << i;
+        }
+        if (a.events[i].kind == ReplayJoystick) {
+            EXPECT_EQ(b.events[i].joyX, a.events[i].joyX);
+            EXPECT_EQ(b.events[i].joyY, a.events[i].joyY);
+        }
+    }
+    EXPECT_EQ(Write(b), text);
+}
+
+TEST(ReplayFormat, HandEditedFilesMayCommentOmitDefaultsAndUseCrLf) {
+    const std::string text =
+        "# a jump on the spot\r\n\r\nvantle2-replay 1\r\n  ticks   60  # one second\r\n"
+        "5\tdown SPACE\r\n6 up 0x20\r\n7 down 32\r\n8 up 7\r\n";
+    Replay replay;
+    ASSERT_GT(replay.Parse(text.data(), static_cast<unsigned int>(text.size())), 0) << replay.error;
+    EXPECT_EQ(replay.level, 1);
+    EXPECT_EQ(replay.lives, 3);
+    EXPECT_EQ(replay.randState, 1u);
+    ASSERT_EQ(replay.eventCount, 4);
+    EXPECT_EQ(replay.events[1].key, 0x20);
+    EXPECT_EQ(replay.events[2].key, 32);
+    EXPECT_EQ(replay.events[3].key, '7');  // a lone digit names the digit key
+}
+
+TEST(ReplayFormat, BrokenFilesFailWithTheLineNumber) {
+    std::string h = kHeader;
+    struct {
+        std::string text;
+        const char* error;
+    } cases[] = {
+        {"", "line 0: empty file, not a replay"},
+        {"replay 1\n", "line 1: not a replay"},
+        {"vantle2-replay 2\n", "line 1: unsupported replay version '2'"},
+        {"vantle2-replay 1\n", "missing \"ticks\" line"},
+        {"vantle2-replay 1\nlevel 0\n", "line 2: levels are numbered from 1"},
+        {"vantle2-replay 1\nlives -1\n", "line 2: bad value for 'lives'"},
+        {"vantle2-replay 1\nscore 4294967296\n", "line 2: bad value for 'score'"},
+        {"vantle2-replay 1\nlevel 2\nlevel 3\n", "line 3: field given twice: 'level'"},
+        {"vantle2-replay 1\n5 down UP\n", "line 2: unknown field or event before \"ticks\""},
+        {h + "5 down UP\n4 up UP\n", "line 4: tick goes backwards '4'"},
+        {h + "100 down UP\n", "line 3: tick is not below the replay's length '100'"},
+        {h + "5 down FOO\n", "line 3: unknown key 'FOO'"},
+        {h + "5 down 256\n", "line 3: unknown key '256'"},
+        {h + "5 press UP\n", "line 3: unknown event 'press'"},
+        {h + "5 down\n", "line 3: a key event takes one key:"},
+        {h + "5 joy 1 65536\n", "line 3: joy takes"},
+        {h + "5 joy 1\n", "line 3: joy takes"},
+        {h + "x5 down UP\n", "line 3: bad tick or unknown field 'x5'"},
+        {h + "5 down UP\nlevel 3\n", "line 4: bad tick or unknown field 'level'"},
+        {h + "1 2 3 4 5 6 7 8 9\n", "line 3: too many words"},
+        {h + std::string(300, 'a') + "\n", "line 3: line longer than 256 characters"},
+        {h + std::string("5 down U\0P\n", 11), "line 3: unexpected NUL byte"},
+    };
+    for (const auto& c : cases) {
+        std::string error = ParseError(c.text);
+        EXPECT_NE(error.find(c.error), std::string::npos) << "got: " << error << "\nfor: " << c.text;
+    }
+}
+
+TEST(ReplayFormat, SavesAtomicallyAndLoadsBack) {
+    std::string dir = test::ScratchDir("replay_format");
+    Replay a;
+    a.length = 10;
+    a.AddEvent(3, ReplayKeyDown, 'P', 0, 0);
+    ASSERT_EQ(a.Save((dir + "/a.replay").c_str()), 1);
+    Replay b;
+    ASSERT_EQ(b.Load((dir + "/a.replay").c_str()), 1) << b.error;
+    EXPECT_EQ(b.eventCount, 1);
+    EXPECT_EQ(b.events[0].key, 'P');
+    EXPECT_EQ(b.Load((dir + "/missing.replay").c_str()), 0);
+    EXPECT_NE(std::string(b.error).find("cannot open"), std::string::npos);
+    ASSERT_TRUE(test::WriteText(dir + "/bad.replay", "vantle2-replay 1\nticks 5\n9 down UP\n"));
+    EXPECT_EQ(b.Load((dir + "/bad.replay").c_str()), 0);
+    EXPECT_NE(std::string(b.error).find("line 3"), std::string::npos);
+}
+
+TEST(ReplayFormat, EventListRefusesBackwardTicksAndOverflow) {
+    Replay replay;
+    EXPECT_EQ(replay.AddEvent(5, ReplayKeyDown, 1, 0, 0), 1);
+    EXPECT_EQ(replay.AddEvent(4, ReplayKeyDown, 1, 0, 0), 0);
+    EXPECT_EQ(replay.AddEvent(5, 7, 1, 0, 0), 0);
+    while (replay.eventCount < Replay::kMaxEvents) {
+        ASSERT_EQ(replay.AddEvent(6, ReplayKeyUp, 1, 0, 0), 1);
+    }
+    EXPECT_EQ(replay.AddEvent(6, ReplayKeyUp, 1, 0, 0), 0);
+    char small[8];
+    EXPECT_EQ(replay.Serialise(small, sizeof(small)), 0);
+}
+
+TEST(ReplayRandomState, RestoringTheStateRepeatsTheSequence) {
+    ResetRand();
+    Rand();
+    Rand();
+    unsigned int state = RandState();
+    int expected[5];
+    for (int& e : expected) {
+        e = Rand();
+    }
+    SetRandState(state);
+    for (int e : expected) {
+        EXPECT_EQ(Rand(), e);
+    }
+    ResetRand();
+    EXPECT_EQ(Rand(), 41);  // the classic generator's first number from seed 1
+    EXPECT_EQ(Rand(), 18467);
+}
