@@ -9,21 +9,23 @@
 #include "game/collision_world.h"
 #include "net/net_endpoint.h"
 #include "resources/flare_list.h"
+#include "resources/location.h"
+#include "resources/model.h"
 #include "resources/resource_manager.h"
 #include "resources/screen_texture.h"
 #include "resources/texture_manager.h"
 #include "ui/text_batch.h"
 
-//  1 end location            (closing scenes)
-//  2 game model              (level loading)
+Location closingLocation;        //  1 end location (closing scenes)
+Model lampModel;                 //  2 game model (level loading)
 CollisionWorld g_collision;      //  3
 //  4 HUD score text          (text batch)
 //  5 level title text        (text batch)
 //  6 completion text         (text batch)
-//  7 menu location           (title menu)
+Location g_menuLocation;         //  7 menu location (title menu)
 FlareList g_flares;              //  8 flare set
-//  9 logo model 1            (title menu)
-// 10 logo model 2            (title menu)
+Model g_keyboardModel;           //  9 logo model 1 (title menu)
+Model g_logoTextModel;           // 10 logo model 2 (title menu)
 // 11 logo text               (text batch)
 // 12 g_window
 SoundSystem g_sound;             // 13
@@ -40,5 +42,5 @@ MusicPlayer g_music;             // 23
 NetEndpoint g_netHost(NetEndpoint::kHost);  // 24
 NetEndpoint g_netPeer(NetEndpoint::kPeer);  // 25
 ScreenTexture g_screenTexture;   // 26
-// 27 g_location
+Location g_location;             // 27
 // 28 g_debugMenu

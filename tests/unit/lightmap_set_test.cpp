@@ -1,0 +1,192 @@
+// The lightmap block alone in a file, the rectangle allocator and the light table.
+#include "resources/lightmap_set.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "resources/resource_manager.h"
+#include "test_support.h"
+
+namespace {
+
+std::vector<unsigned char> Serialised(const LightmapSet& set) {
+    std::vector<unsigned char> out(set.Size());
+    EXPECT_EQ(set.Serialise(out.data()), out.size());
+    return out;
+}
+
+void SetCoords(LightmapSet& set, int piece, unsigned count) {
+    set.coords[piece] = static_cast<LightmapVertex*>(malloc(count * sizeof(LightmapVertex)));
+    set.coordCounts[piece] = count;
+    for (unsigned i = 0; i < count; i++) {
+        set.coords[piece][i] = {static_cast<unsigned>(piece + i), i * 0.125f, piece * 0.5f};
+    }
+}
+
+TEST(LightmapBlock, TwoPagesAndOnePieceOfFourTrianglesHasTheDocumentedSize) {
+    std::unique_ptr<LightmapSet> set(new LightmapSet);
+    SetCoords(*set, 9, 12);
+    set->EnsurePage(0);
+    set->EnsurePage(1)[5] = 200;
+    set->areaCount = 4;
+    std::vector<unsigned char> bytes = Serialised(*set);
+    ASSERT_EQ(bytes.size(), 18u + 6 + 144 + 393216);
+    // Header: tag, size, pages, areas, one record for piece 9 with 12 entries.
+    EXPECT_EQ(0, memcmp(bytes.data(), "VLLM", 4));
+    unsigned size, pages, areas, count;
+    memcpy(&size, &bytes[4], 4);
+    memcpy(&pages, &bytes[8], 4);
+    memcpy(&areas, &bytes[12], 4);
+    EXPECT_EQ(size, bytes.size());
+    EXPECT_EQ(pages, 2u);
+    EXPECT_EQ(areas, 4u);
+    EXPECT_EQ(bytes[16] | bytes[17] << 8, 1);
+    EXPECT_EQ(bytes[18] | bytes[19] << 8, 9);
+    memcpy(&count, &bytes[20], 4);
+    EXPECT_EQ(count, 12u);
+    // Page 1's sixth byte sits right after page 0.
+    EXPECT_EQ(bytes[18 + 6 + 144 + 196608 + 5], 200);
+}
+
+TEST(LightmapBlock, RoundTripIsByteForByteInPieceOrder) {
+    std::unique_ptr<LightmapSet> set(new LightmapSet);
+    SetCoords(*set, 300, 6);
+    SetCoords(*set, 2, 3);
+    SetCoords(*set, 511, 0);
+    unsigned char* page = set->EnsurePage(0);
+    for (int i = 0; i < LightmapSet::kPageBytes; i++) {
+        page[i] = static_cast<unsigned char>(i ^ (i >> 9));
+    }
+    std::vector<unsigned char> bytes = Serialised(*set);
+    EXPECT_EQ(bytes[18], 2);  // increasing piece index
+    std::unique_ptr<LightmapSet> again(new LightmapSet);
+    ASSERT_EQ(again->Parse(bytes.data(), bytes.size()), bytes.size());
+    EXPECT_EQ(Serialised(*again), bytes);
+    EXPECT_EQ(again->coordCounts[300], 6u);
+    EXPECT_FLOAT_EQ(again->coords[300][4].u, 0.5f);
+    ASSERT_NE(again->coords[511], nullptr);
+    EXPECT_EQ(again->coordCounts[511], 0u);
+
+    std::string dir = test::ScratchDir("lightmap_block");
+    ASSERT_EQ(set->Save((dir + "/lights.vllm").c_str()), 1);
+    EXPECT_EQ(test::ReadFile(dir + "/lights.vllm"), bytes);
+    ResourceManager resources;
+    strcpy(resources.dataDirectory, dir.c_str());
+    std::unique_ptr<LightmapSet> loaded(new LightmapSet);
+    ASSERT_EQ(loaded->Load(&resources, "lights.vllm"), 1);
+    EXPECT_EQ(Serialised(*loaded), bytes);
+    EXPECT_EQ(loaded->Load(&resources, "none.vllm"), 0);
+}
+
+TEST(LightmapBlock, BadBlocksAreRefusedAndLeaveTheSetEmpty) {
+    std::unique_ptr<LightmapSet> set(new LightmapSet);
+    SetCoords(*set, 4, 3);
+    set->EnsurePage(0);
+    std::vector<unsigned char> bytes = Serialised(*set);
+    std::unique_ptr<LightmapSet> again(new LightmapSet);
+    auto refused = [&](const std::vector<unsigned char>& b, const char* what) {
+        EXPECT_EQ(again->Parse(b.data(), b.size()), 0u) << what;
+        EXPECT_EQ(again->pageCount, 0u) << what;
+        EXPECT_EQ(again->pages[0], nullptr) << what;
+        EXPECT_EQ(again->coords[4], nullptr) << what;
+    };
+    for (size_t cut = 0; cut < bytes.size(); cut += cut < 80 ? 1 : 4099) {
+        refused(std::vector<unsigned char>(bytes.begin(), bytes.begin() + cut), "truncated");
+    }
+    std::vector<unsigned char> tag = bytes;
+    tag[0] = 'v';
+    refused(tag, "tag");
+    std::vector<unsigned char> pages = bytes;
+    pages[8] = 129;
+    refused(pages, "129 pages");
+    std::vector<unsigned char> index = bytes;
+    index[19] = 2;  // piece 516
+    refused(index, "piece index 516");
+    std::vector<unsigned char> count = bytes;
+    count[23] = 0x40;  // about a billion entries
+    refused(count, "entry count");
+    // The same piece twice.
+    std::unique_ptr<LightmapSet> twice(new LightmapSet);
+    SetCoords(*twice, 4, 3);
+    SetCoords(*twice, 5, 3);
+    std::vector<unsigned char> dup = Serialised(*twice);
+    dup[18 + 6 + 36] = 4;
+    refused(dup, "duplicate piece");
+}
+
+TEST(LightmapAllocator, ScansPagesThenRowsThenColumns) {
+    std::unique_ptr<LightmapSet> set(new LightmapSet);
+    int page, column, row;
+    ASSERT_EQ(set->AllocateArea(2, 2, &page, &column, &row), 1);
+    EXPECT_EQ(page, 0);
+    EXPECT_EQ(column, 0);
+    EXPECT_EQ(row, 0);
+    ASSERT_EQ(set->AllocateArea(3, 1, &page, &column, &row), 1);
+    EXPECT_EQ(column, 2);
+    EXPECT_EQ(row, 0);
+    // 60 wide does not fit beside the first two on row 0 (5 + 60 > 64) but does on row 1.
+    ASSERT_EQ(set->AllocateArea(60, 1, &page, &column, &row), 1);
+    EXPECT_EQ(column, 2);
+    EXPECT_EQ(row, 1);
+    // A rectangle given back is found again.
+    set->FreeArea(2, 2, 0, 0, 0);
+    ASSERT_EQ(set->AllocateArea(1, 2, &page, &column, &row), 1);
+    EXPECT_EQ(column, 0);
+    EXPECT_EQ(row, 0);
+    // 63 full rows no longer fit on page 0 (rows 0 and 1 are partly taken).
+    ASSERT_EQ(set->AllocateArea(64, 63, &page, &column, &row), 1);
+    EXPECT_EQ(page, 1);
+    EXPECT_EQ(set->AllocateArea(65, 1, &page, &column, &row), 0);
+    // Fill every page; then nothing fits.
+    for (int p = 2; p < 128; p++) {
+        ASSERT_EQ(set->AllocateArea(64, 64, &page, &column, &row), 1);
+        EXPECT_EQ(page, p);
+    }
+    int before[3] = {page, column, row};
+    ASSERT_EQ(set->AllocateArea(64, 64, &page, &column, &row), 0);
+    EXPECT_EQ(page, before[0]);
+    // Clearing frees every cell.
+    set->Clear();
+    ASSERT_EQ(set->AllocateArea(64, 64, &page, &column, &row), 1);
+    EXPECT_EQ(page, 0);
+}
+
+TEST(LightmapAllocator, AfterParsingEveryCellIsFree) {
+    std::unique_ptr<LightmapSet> set(new LightmapSet);
+    int page, column, row;
+    set->AllocateArea(8, 8, &page, &column, &row);
+    set->EnsurePage(0);
+    std::vector<unsigned char> bytes = Serialised(*set);
+    std::unique_ptr<LightmapSet> again(new LightmapSet);
+    again->AllocateArea(8, 8, &page, &column, &row);
+    ASSERT_NE(again->Parse(bytes.data(), bytes.size()), 0u);
+    ASSERT_EQ(again->AllocateArea(2, 2, &page, &column, &row), 1);
+    EXPECT_EQ(page, 0);
+    EXPECT_EQ(column, 0);
+    EXPECT_EQ(row, 0);
+}
+
+TEST(LightmapLights, ThirtyThirdLightIsDropped) {
+    std::unique_ptr<LightmapSet> set(new LightmapSet);
+    for (unsigned i = 0; i < 32; i++) {
+        EXPECT_EQ(set->AddLight(i, 0, 0, 1, 1, 1, 10, i & 1), i);
+    }
+    EXPECT_EQ(set->AddLight(99, 0, 0, 1, 1, 1, 10, 1), 32u);
+    EXPECT_EQ(set->lightCount, 32u);
+    EXPECT_EQ(set->lights[31].position[0], 31.0f);
+    EXPECT_EQ(set->lights[3].flags, 1u);
+    EXPECT_EQ(set->lights[4].flags, 0u);
+    EXPECT_EQ(set->lights[4].enabled, 1);
+    // Quality survives Clear.
+    set->quality = 1.6f;
+    set->Clear();
+    EXPECT_EQ(set->lightCount, 0u);
+    EXPECT_FLOAT_EQ(set->quality, 1.6f);
+}
+
+}  // namespace
