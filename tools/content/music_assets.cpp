@@ -5,7 +5,8 @@
 
 #include "music_render.h"
 #include "music_score.h"
-#include "ogg_encoder.h"
+#include "audio/ogg_encoder.h"
+#include "synth.h"
 #include "piano_roll.h"
 
 bool ReadTextFile(const std::string& path, std::string* text) {
@@ -22,12 +23,11 @@ bool ReadTextFile(const std::string& path, std::string* text) {
 struct Piece {
     const char* score;     // file under content/music
     const char* resource;  // name the game plays
-    uint32_t serial;       // fixed Ogg serial number
 };
 
-static const Piece kPieces[3] = {{"menu.txt", "sound\\music_menu.ogg", 0x564D0001u},
-                                 {"level.txt", "sound\\music_level.ogg", 0x564D0002u},
-                                 {"win.txt", "sound\\music_win.ogg", 0x564D0003u}};
+static const Piece kPieces[3] = {{"menu.txt", "sound\\music_menu.ogg"},
+                                 {"level.txt", "sound\\music_level.ogg"},
+                                 {"win.txt", "sound\\music_win.ogg"}};
 
 bool GenerateMusic(AssetList* list, const std::string& contentDirectory, std::string* error) {
     for (const Piece& piece : kPieces) {
@@ -41,7 +41,7 @@ bool GenerateMusic(AssetList* list, const std::string& contentDirectory, std::st
         if (!ParseScore(text, path, &score, error)) {
             return false;
         }
-        bool menu = piece.serial == kPieces[0].serial;
+        bool menu = &piece == &kPieces[0];
         if (menu) {
             if (score.length != kMenuLoopTicks) {
                 *error = path + ": the title music must last " + std::to_string(kMenuLoopTicks) + " ticks";
@@ -55,8 +55,9 @@ bool GenerateMusic(AssetList* list, const std::string& contentDirectory, std::st
             list->Add("piano.vpr", CONTENT_BASE_PACKAGE, EncodePianoRoll(events));
         }
         std::vector<float> samples = RenderScore(score, kMusicRate);
-        std::vector<uint8_t> ogg = EncodeOggVorbis(samples, 2, kMusicRate, piece.serial, 0.3f);
-        if (ogg.empty()) {
+        std::vector<short> pcm = ToPcm16(samples);
+        std::vector<unsigned char> ogg;
+        if (!EncodeOggVorbis(pcm.data(), static_cast<unsigned int>(pcm.size() / 2), 2, kMusicRate, 0.3f, ogg)) {
             *error = std::string(piece.resource) + ": the Vorbis encoder refused its settings";
             return false;
         }

@@ -128,8 +128,18 @@ static bool ParseNoteToken(ParseState& st, const std::string& token) {
     return true;
 }
 
+// Text before the comment: a '#' that begins a word (a sharp follows its letter).
+static std::string StripComment(const std::string& raw) {
+    for (size_t i = 0; i < raw.size(); i++) {
+        if (raw[i] == '#' && (i == 0 || raw[i - 1] == ' ' || raw[i - 1] == '\t')) {
+            return raw.substr(0, i);
+        }
+    }
+    return raw;
+}
+
 static bool ParseLine(ParseState& st, const std::string& raw) {
-    std::string text = raw.substr(0, raw.find('#'));
+    std::string text = StripComment(raw);
     std::istringstream words(text);
     std::string first;
     if (!(words >> first)) {

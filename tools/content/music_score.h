@@ -1,7 +1,7 @@
 // Music as text. A score file describes one looping piece in ticks of 20 ms
 // (50 per second), the same clock the title menu's piano roll runs on:
 //
-//   # comment                        everything after '#' is ignored
+//   # comment                        a word starting with '#' begins a comment
 //   length 1984                      loop length in ticks
 //   step 15.5                        ticks per step; note lengths count steps
 //   voice lead piano roll pan -0.2 volume 0.8

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "synth.h"
-#include "wav_writer.h"
+#include "audio/wav_file.h"
 
 static const float kRate = static_cast<float>(kEffectRate);
 
@@ -158,6 +158,9 @@ void GenerateSoundEffects(AssetList* list) {
         "sound\\jump01.wav",    "sound\\die01.wav", "sound\\collect01.wav", "sound\\foot.wav",
         "sound\\splat.wav",     "sound\\blip.wav"};
     for (const char* name : kNames) {
-        list->Add(name, CONTENT_BASE_PACKAGE, EncodeWav(SynthesiseEffect(name), kEffectRate, 1));
+        std::vector<short> pcm = ToPcm16(SynthesiseEffect(name));
+        std::vector<unsigned char> wav;
+        WriteWav(1, 16, kEffectRate, pcm.data(), static_cast<unsigned int>(pcm.size() * 2), wav);
+        list->Add(name, CONTENT_BASE_PACKAGE, std::move(wav));
     }
 }

@@ -27,3 +27,12 @@ float AttackDecay(float t, float attack, float decay) {
 float SineCycles(float phase) {
     return std::sin(phase * 6.28318531f);
 }
+
+std::vector<short> ToPcm16(const std::vector<float>& samples) {
+    std::vector<short> out(samples.size());
+    for (size_t i = 0; i < samples.size(); i++) {
+        float v = samples[i] > 1.0f ? 1.0f : (samples[i] < -1.0f ? -1.0f : samples[i]);
+        out[i] = static_cast<short>(std::lrint(v * 32767.0f));
+    }
+    return out;
+}

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 // White noise from a fixed-seed generator (same sequence on every run).
 class NoiseSource {
@@ -33,3 +34,5 @@ float LowPassCoefficient(float cutoffHz, float rate);
 float AttackDecay(float t, float attack, float decay);
 // Sine of a phase given in cycles.
 float SineCycles(float phase);
+// Float samples (-1..1) to 16-bit PCM, clipped.
+std::vector<short> ToPcm16(const std::vector<float>& samples);

@@ -1,0 +1,53 @@
+#include "content_build.h"
+
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "interface_textures.h"
+#include "music_assets.h"
+#include "resources/package.h"
+#include "sound_effects.h"
+
+bool BuildContent(const ContentOptions& options, AssetList* list, std::string* error) {
+    if (!GenerateFonts(list, options.fontDirectory, error) ||
+        !GenerateInterfaceTextures(list, options.fontDirectory, error)) {
+        return false;
+    }
+    GenerateEffectTextures(list);
+    GenerateSoundEffects(list);
+    return GenerateMusic(list, options.contentDirectory, error);
+}
+
+bool WritePackages(const AssetList& list, const std::string& dataDirectory, std::string* error) {
+    std::vector<std::string> names;
+    for (const Asset& a : list.assets) {
+        bool seen = false;
+        for (const std::string& n : names) {
+            seen = seen || n == a.package;
+        }
+        if (!seen) {
+            names.push_back(a.package);
+        }
+    }
+    for (const std::string& packageName : names) {
+        std::unique_ptr<Package> package(new Package());
+        strncpy(package->name, "Vantle 2 content", sizeof(package->name) - 1);
+        strncpy(package->author, "vantle-content", sizeof(package->author) - 1);
+        for (const Asset& a : list.assets) {
+            if (a.package != packageName) {
+                continue;
+            }
+            if (!package->AddData(a.name.c_str(), a.bytes.data(), static_cast<unsigned int>(a.bytes.size()))) {
+                *error = packageName + ": cannot add " + a.name;
+                return false;
+            }
+        }
+        std::string path = dataDirectory + "/" + packageName;
+        if (!package->Save(path.c_str())) {
+            *error = path + ": cannot write";
+            return false;
+        }
+    }
+    return true;
+}
