@@ -7,21 +7,27 @@
 #include <cmath>
 #include <vector>
 
-// The glyph order of the text batches, sixteen to a row; zero bytes are blank cells.
-static const unsigned char kGlyphBytes[kFontGlyphs] = {
-    'A', 'B', 'C', 'D', 'E', 'F', 'G', 'H', 'I', 'J', 'K', 'L', 'M', 'N', 'O', 'P',     //
-    'Q', 'R', 'S', 'T', 'U', 'V', 'W', 'X', 'Y', 'Z', '-', '=', '_', '+', ';', ':',     //
-    '1', '2', '3', '4', '5', '6', '7', '8', '9', '0', '!', '"', 0xA3, '$', '%', '^',    //
-    '&', '*', '(', ')', '#', '@', '\'', '~', '[', ']', '{', '}', '\\', '|', 0xAE, 0xA9,  //
-    ',', '.', '/', '<', '>', '?', 0xB0, 0xB7, 0, 0x95, 0, 0, 0, 0, 0, 0,                //
-    'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h', 'i', 'j', 'k', 'l', 'm', 'n', 'o', 'p',     //
-    'q', 'r', 's', 't', 'u', 'v', 'w', 'x', 'y', 'z', 0, 0};
+#include "ui/text_batch.h"
+
+// The glyph order is the text batches' own: glyph g holds the character whose
+// GlyphIndex is g.
+static unsigned char s_glyphBytes[kFontGlyphs];
+static bool s_glyphBytesReady = false;
 
 unsigned char FontGlyphByte(int g) {
+    if (!s_glyphBytesReady) {
+        for (int b = 1; b < 256; b++) {
+            int index = TextBatch::GlyphIndex(static_cast<unsigned char>(b));
+            if ((index != 0 || b == 'A') && index < kFontGlyphs && s_glyphBytes[index] == 0) {
+                s_glyphBytes[index] = static_cast<unsigned char>(b);
+            }
+        }
+        s_glyphBytesReady = true;
+    }
     if (g < 0 || g >= kFontGlyphs) {
         return 0;
     }
-    return kGlyphBytes[g];
+    return s_glyphBytes[g];
 }
 
 // Unicode code point of a Windows-1252 byte (only the bytes the glyph set uses).
@@ -110,8 +116,7 @@ static void PaintCell(Image* out, int g, const FontStyle& style, const std::vect
     }
 }
 
-bool RasteriseFont(const std::string& fontDirectory, const FontStyle& style, Image* out,
-                   std::string* error) {
+bool RasteriseFont(const std::string& fontDirectory, const FontStyle& style, Image* out, std::string* error) {
     FT_Library library;
     if (FT_Init_FreeType(&library) != 0) {
         *error = "cannot start FreeType";
@@ -129,7 +134,7 @@ bool RasteriseFont(const std::string& fontDirectory, const FontStyle& style, Ima
     out->Fill(Colour{style.fillTop.r, style.fillTop.g, style.fillTop.b, 0.0f});
     std::vector<float> cov;
     for (int g = 0; g < kFontGlyphs; g++) {
-        unsigned char b = kGlyphBytes[g];
+        unsigned char b = FontGlyphByte(g);
         if (b == 0) {
             continue;
         }
@@ -197,7 +202,8 @@ bool PaintText(const std::string& fontDirectory, const TextStyle& style, const c
                 for (int i = -r; i <= r; i++) {
                     int sx = x + i;
                     int sy = y + j;
-                    if (sx < 0 || sy < 0 || sx >= canvas->width || sy >= canvas->height || i * i + j * j > r * r) {
+                    if (sx < 0 || sy < 0 || sx >= canvas->width || sy >= canvas->height ||
+                        i * i + j * j > r * r) {
                         continue;
                     }
                     o = std::max(o, mask[static_cast<size_t>(sy) * canvas->width + sx]);

@@ -1,10 +1,11 @@
 #include "sound_effects.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
-#include "synth.h"
 #include "audio/wav_file.h"
+#include "synth.h"
 
 static const float kRate = static_cast<float>(kEffectRate);
 
@@ -153,12 +154,24 @@ std::vector<float> SynthesiseEffect(const char* name) {
 }
 
 void GenerateSoundEffects(AssetList* list) {
-    static const char* const kNames[] = {
-        "sound\\run01.wav",     "sound\\run02.wav", "sound\\run03.wav",  "sound\\run04.wav",
-        "sound\\jump01.wav",    "sound\\die01.wav", "sound\\collect01.wav", "sound\\foot.wav",
-        "sound\\splat.wav",     "sound\\blip.wav"};
+    static const char* const kNames[] = {"sound\\run01.wav",     "sound\\run02.wav",  "sound\\run03.wav",
+                                         "sound\\run04.wav",     "sound\\jump01.wav", "sound\\die01.wav",
+                                         "sound\\collect01.wav", "sound\\foot.wav",   "sound\\splat.wav",
+                                         "sound\\blip.wav"};
     for (const char* name : kNames) {
-        std::vector<short> pcm = ToPcm16(SynthesiseEffect(name));
+        std::vector<float> samples = SynthesiseEffect(name);
+        // Layered noise bursts can sum past full scale; bring such an effect down to
+        // 0.9 so it is never clipped flat.
+        float peak = 0.0f;
+        for (float v : samples) {
+            peak = std::max(peak, std::fabs(v));
+        }
+        if (peak > 0.9f) {
+            for (float& v : samples) {
+                v *= 0.9f / peak;
+            }
+        }
+        std::vector<short> pcm = ToPcm16(samples);
         std::vector<unsigned char> wav;
         WriteWav(1, 16, kEffectRate, pcm.data(), static_cast<unsigned int>(pcm.size() * 2), wav);
         list->Add(name, CONTENT_BASE_PACKAGE, std::move(wav));

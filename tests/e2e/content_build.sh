@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# The content tool from the command line: two builds give byte-identical
+# packages holding every name, and a broken source file stops the build with
+# its file and line.
+set -euo pipefail
+build="$1"
+source="$2"
+tool="$build/vantle-content"
+work="$(mktemp -d)"
+trap 'rm -rf "$work"' EXIT
+
+mkdir -p "$work/a" "$work/b"
+"$tool" --content "$source/content" --out "$work/a" >"$work/a.log"
+"$tool" --content "$source/content" --out "$work/b" >/dev/null
+grep -q '^vantle-content: [0-9]* assets' "$work/a.log"
+for f in "$work"/a/*.vpk; do
+    cmp "$f" "$work/b/$(basename "$f")"
+done
+
+"$build/vpk" list "$work/a/base.vpk" >"$work/list.txt"
+for name in 'gui_font.tga' 'gui\level_bar.tga' 'logo\logotext_main.tga' 'particle_fire.tga' \
+    'sound\run04.wav' 'sound\blip.wav' 'sound\music_menu.ogg' 'sound\music_win.ogg' 'piano.vpr'; do
+    grep -qF "  $name" "$work/list.txt" || { echo "missing $name"; exit 1; }
+done
+
+# A score with a bad note: the tool fails and names the file and line.
+cp -r "$source/content" "$work/broken"
+printf 'length 100\nstep 2\nvoice a piano\n  C4 Q7\n' >"$work/broken/music/level.txt"
+if "$tool" --content "$work/broken" --out "$work/c" 2>"$work/err.txt"; then
+    echo "a broken score was accepted"
+    exit 1
+fi
+grep -q 'level.txt:4:' "$work/err.txt"

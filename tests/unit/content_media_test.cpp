@@ -1,0 +1,269 @@
+// The content generators' pictures, fonts, sounds and music, checked through
+// the engine's own readers and byte for byte where the format is ours.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <set>
+
+#include "asset_list.h"
+#include "audio/ogg_decoder.h"
+#include "audio/wav_file.h"
+#include "content_build.h"
+#include "font_raster.h"
+#include "image.h"
+#include "interface_textures.h"
+#include "keyboard_layout.h"
+#include "music_assets.h"
+#include "music_score.h"
+#include "piano_roll.h"
+#include "sound_effects.h"
+#include "ui/text_batch.h"
+
+static const std::string kContentDir = std::string(VANTLE_SOURCE_DIR) + "/content";
+
+static Image DecodeAsset(const AssetList& list, const char* name) {
+    Image img;
+    const Asset* a = list.Find(name);
+    EXPECT_NE(a, nullptr) << name;
+    if (a) {
+        EXPECT_TRUE(DecodeTga(a->bytes.data(), a->bytes.size(), &img)) << name;
+    }
+    return img;
+}
+
+TEST(ContentPictures, TgaIsStoredBottomRowFirstWithAPlainHeader) {
+    Image img(4, 2);
+    img.Fill(Rgb(0, 0, 0));
+    img.Set(0, 0, Rgb(255, 0, 0));  // top-left red
+    img.Set(3, 1, Rgb(0, 0, 255));  // bottom-right blue
+    std::vector<uint8_t> tga = EncodeTga(img);
+    ASSERT_EQ(tga.size(), 18u + 4 * 2 * 3);
+    EXPECT_EQ(tga[2], 2);  // uncompressed true colour
+    EXPECT_EQ(tga[12] | (tga[13] << 8), 4);
+    EXPECT_EQ(tga[14] | (tga[15] << 8), 2);
+    EXPECT_EQ(tga[16], 24);
+    EXPECT_EQ(tga[17] & 0x20, 0);  // origin at the bottom
+    // First stored row is the bottom one: its last pixel is blue, in BGR order.
+    const uint8_t* bottomRight = &tga[18 + 3 * 3];
+    EXPECT_EQ(bottomRight[0], 255);
+    EXPECT_EQ(bottomRight[2], 0);
+    const uint8_t* topLeft = &tga[18 + 4 * 3];
+    EXPECT_EQ(topLeft[2], 255);
+    EXPECT_EQ(topLeft[0], 0);
+
+    img.Set(1, 1, Colour{1, 1, 1, 0.5f});
+    std::vector<uint8_t> tga32 = EncodeTga(img);
+    EXPECT_EQ(tga32[16], 32);
+    Image back;
+    ASSERT_TRUE(DecodeTga(tga32.data(), tga32.size(), &back));
+    EXPECT_EQ(back.rgba, img.rgba);
+    EXPECT_FALSE(DecodeTga(tga32.data(), 30, &back));
+}
+
+TEST(ContentPictures, EveryPictureIsAPowerOfTwoAndParticleStripsHoldTheirFrames) {
+    AssetList list;
+    std::string error;
+    ASSERT_TRUE(GenerateInterfaceTextures(&list, CONTENT_DEFAULT_FONT_DIRECTORY, &error)) << error;
+    GenerateEffectTextures(&list);
+    int pictures = 0;
+    for (const Asset& a : list.assets) {
+        Image img;
+        ASSERT_TRUE(DecodeTga(a.bytes.data(), a.bytes.size(), &img)) << a.name;
+        EXPECT_EQ(img.width & (img.width - 1), 0) << a.name;
+        EXPECT_EQ(img.height & (img.height - 1), 0) << a.name;
+        // Not a flat colour: a generated picture has some variety in it.
+        std::set<uint32_t> colours;
+        for (size_t i = 0; i < img.rgba.size() && colours.size() < 3; i += 4) {
+            uint32_t c;
+            memcpy(&c, &img.rgba[i], 4);
+            colours.insert(c);
+        }
+        EXPECT_GE(colours.size(), 3u) << a.name;
+        pictures++;
+    }
+    EXPECT_GE(pictures, 20);
+    // A strip of n frames: every frame cell has something drawn in it.
+    struct Strip {
+        const char* name;
+        int frames;
+    } strips[] = {{"particle_fire.tga", 16}, {"particle_sparkle.tga", 16}, {"particle_gibs.tga", 4}};
+    for (const Strip& s : strips) {
+        Image img = DecodeAsset(list, s.name);
+        ASSERT_GT(img.width, 0);
+        // Frames are square cells filling the picture row by row.
+        int cell = 1;
+        while ((img.width / cell) * (img.height / cell) > s.frames) {
+            cell *= 2;
+        }
+        ASSERT_EQ((img.width / cell) * (img.height / cell), s.frames) << s.name;
+        for (int f = 0; f < s.frames; f++) {
+            int x0 = (f % (img.width / cell)) * cell;
+            int y0 = (f / (img.width / cell)) * cell;
+            int ink = 0;
+            for (int y = y0; y < y0 + cell; y++) {
+                for (int x = x0; x < x0 + cell; x++) {
+                    ink += img.rgba[(y * img.width + x) * 4 + 3] > 32;
+                }
+            }
+            EXPECT_GT(ink, 0) << s.name << " frame " << f;
+        }
+    }
+}
+
+TEST(ContentFonts, EveryGlyphCellHasInkAndBlankCellsStayClear) {
+    AssetList list;
+    std::string error;
+    ASSERT_TRUE(GenerateFonts(&list, CONTENT_DEFAULT_FONT_DIRECTORY, &error)) << error;
+    const char* names[] = {"gui_font.tga", "gui_font2.tga", "gui_font3.tga"};
+    for (const char* name : names) {
+        Image img = DecodeAsset(list, name);
+        ASSERT_EQ(img.width, 512);
+        ASSERT_EQ(img.height, 256);
+        for (int g = 0; g < kFontCells; g++) {
+            int x0 = (g % 16) * 32;
+            int y0 = (g / 16) * 32;
+            int ink = 0;
+            for (int y = y0; y < y0 + 32; y++) {
+                for (int x = x0; x < x0 + 32; x++) {
+                    ink += img.rgba[(y * 512 + x) * 4 + 3] > 128;
+                }
+            }
+            unsigned char byte = g < kFontGlyphs ? FontGlyphByte(g) : 0;
+            if (byte != 0 && byte != ' ') {
+                EXPECT_GT(ink, 2) << name << " glyph " << g << " '" << byte << "'";
+                // The text batch draws this byte from this very cell.
+                EXPECT_EQ(TextBatch::GlyphIndex(byte), g);
+            } else {
+                EXPECT_EQ(ink, 0) << name << " blank cell " << g;
+            }
+        }
+    }
+    // Letters the game prints are all in the set.
+    for (const char* c = "ABCZabcz0189!?.,:-"; *c; c++) {
+        int g = TextBatch::GlyphIndex(static_cast<unsigned char>(*c));
+        EXPECT_EQ(FontGlyphByte(g), static_cast<unsigned char>(*c)) << *c;
+    }
+    std::string missing;
+    EXPECT_FALSE(GenerateFonts(&list, "/nonexistent-font-dir", &missing));
+    EXPECT_NE(missing.find("/nonexistent-font-dir"), std::string::npos) << missing;
+}
+
+TEST(ContentSounds, EveryEffectIsSixteenBitPcmTheSoundSystemAccepts) {
+    AssetList list;
+    GenerateSoundEffects(&list);
+    const char* names[] = {"sound\\run01.wav",     "sound\\run02.wav",  "sound\\run03.wav",
+                           "sound\\run04.wav",     "sound\\jump01.wav", "sound\\die01.wav",
+                           "sound\\collect01.wav", "sound\\foot.wav",   "sound\\splat.wav",
+                           "sound\\blip.wav"};
+    for (const char* name : names) {
+        const Asset* a = list.Find(name);
+        ASSERT_NE(a, nullptr) << name;
+        WavSound wav;
+        ASSERT_EQ(ParseWav(a->bytes.data(), static_cast<unsigned int>(a->bytes.size()), &wav), 1) << name;
+        EXPECT_EQ(wav.rate, static_cast<unsigned int>(kEffectRate));
+        EXPECT_EQ(wav.length % 2, 0u);
+        // Audible but not clipped flat: the peak is well inside full scale.
+        int peak = 0;
+        for (unsigned int i = 0; i + 1 < wav.length; i += 2) {
+            int s = static_cast<int16_t>(wav.data[i] | (wav.data[i + 1] << 8));
+            peak = std::max(peak, std::abs(s));
+        }
+        EXPECT_GT(peak, 3000) << name;
+        EXPECT_LT(peak, 32767) << name;
+    }
+    // The four footsteps are different sounds, not one copied.
+    EXPECT_NE(list.Find("sound\\run01.wav")->bytes, list.Find("sound\\run02.wav")->bytes);
+    EXPECT_TRUE(SynthesiseEffect("sound\\nothing.wav").empty());
+}
+
+TEST(ContentMusic, ScoreErrorsNameTheFileAndLine) {
+    Score score;
+    std::string error;
+    EXPECT_FALSE(ParseScore("length 100\nstep 2\nvoice a piano\n  C4 D4 X9\n", "bad.txt", &score, &error));
+    EXPECT_EQ(error.rfind("bad.txt:4:", 0), 0u) << error;
+    EXPECT_FALSE(ParseScore("length 100\nvoice a kazoo\n", "k.txt", &score, &error));
+    EXPECT_EQ(error.rfind("k.txt:2:", 0), 0u) << error;
+    ASSERT_TRUE(ParseScore("length 100\nstep 2\nvoice a piano roll\n  C4:2 r E4+G4 | C5:0.5\n", "ok.txt",
+                           &score, &error))
+        << error;
+    ASSERT_EQ(score.notes.size(), 4u);
+    EXPECT_EQ(score.notes[0].pitch, 60);
+    EXPECT_EQ(score.notes[0].length, 4);
+    EXPECT_EQ(score.notes[1].start, 6);  // after the two-step note and the rest
+    EXPECT_EQ(score.notes[2].start, 6);
+    EXPECT_EQ(score.notes[3].start, 8);
+    EXPECT_EQ(score.notes[3].length, 1);
+    EXPECT_TRUE(score.voices[0].roll);
+    EXPECT_EQ(NoteNumber("F#3"), 54);
+    EXPECT_EQ(NoteNumber("Bb2"), 46);
+    EXPECT_EQ(NoteNumber("H2"), -1);
+}
+
+TEST(ContentMusic, PianoRollStaysOnTheKeyboardAndRoundTrips) {
+    std::string text;
+    ASSERT_TRUE(ReadTextFile(kContentDir + "/music/menu.txt", &text));
+    Score score;
+    std::string error;
+    ASSERT_TRUE(ParseScore(text, "menu.txt", &score, &error)) << error;
+    std::vector<PianoRollEvent> events;
+    ASSERT_TRUE(MakePianoRoll(score, kPianoRollStartTick, &events, &error)) << error;
+    ASSERT_GT(events.size(), 100u);
+    ASSERT_LE(events.size(), 2048u);
+    int prevTick = 0;
+    int down[kPianoKeys] = {};
+    for (const PianoRollEvent& e : events) {
+        EXPECT_GE(e.key, 0);
+        EXPECT_LT(e.key, kPianoKeys);
+        EXPECT_GE(e.tick, prevTick);
+        EXPECT_LT(e.tick, kMenuLoopTicks);
+        prevTick = e.tick;
+        down[e.key] += e.state ? 1 : -1;
+    }
+    for (int k = 0; k < kPianoKeys; k++) {
+        EXPECT_EQ(down[k], 0) << "key " << k << " pressed and released unevenly";
+    }
+    // The first note of the score is pressed at the roll's start tick, on its own key.
+    const PianoKey* first = PianoKeyForNote(score.notes[0].pitch);
+    ASSERT_NE(first, nullptr);
+    bool found = false;
+    for (const PianoRollEvent& e : events) {
+        found = found || (e.tick == kPianoRollStartTick && e.state == 1 && e.key == first->stateIndex);
+    }
+    EXPECT_TRUE(found);
+
+    std::vector<uint8_t> bytes = EncodePianoRoll(events);
+    ASSERT_EQ(bytes.size(), 4 + 8 * events.size());
+    EXPECT_EQ(bytes[0] | (bytes[1] << 8), static_cast<int>(events.size()));
+    std::vector<PianoRollEvent> back;
+    ASSERT_TRUE(DecodePianoRoll(bytes.data(), bytes.size(), &back));
+    ASSERT_EQ(back.size(), events.size());
+    EXPECT_EQ(back[5].tick, events[5].tick);
+    EXPECT_EQ(back[5].key, events[5].key);
+    EXPECT_FALSE(DecodePianoRoll(bytes.data(), bytes.size() - 1, &back));
+
+    // A note off the keyboard is refused.
+    Score wide;
+    ASSERT_TRUE(ParseScore("length 50\nvoice a piano roll\n  C2\n", "w.txt", &wide, &error));
+    EXPECT_FALSE(MakePianoRoll(wide, 0, &events, &error));
+}
+
+TEST(ContentMusic, KeyboardKeysCoverThirtyTwoSemitonesWithDistinctNumbers) {
+    std::set<int> states, numbers;
+    int white = 0;
+    for (int s = 0; s < kPianoKeys; s++) {
+        const PianoKey* k = PianoKeyForNote(kPianoLowestNote + s);
+        ASSERT_NE(k, nullptr);
+        states.insert(k->stateIndex);
+        numbers.insert(k->keyNumber);
+        white += !k->black;
+        EXPECT_EQ(k->black, k->stateIndex >= kPianoWhiteKeys);
+        EXPECT_GT(k->restZ, k->pressedZ);
+        EXPECT_EQ(PianoKeyForState(k->stateIndex), k);
+        EXPECT_EQ(PianoKeyForNumber(k->keyNumber), k);
+    }
+    EXPECT_EQ(white, kPianoWhiteKeys);
+    EXPECT_EQ(states.size(), 32u);
+    EXPECT_EQ(numbers.size(), 32u);
+    EXPECT_EQ(PianoKeyForNote(kPianoLowestNote - 1), nullptr);
+    EXPECT_EQ(PianoKeyForNote(kPianoLowestNote + 32), nullptr);
+}
