@@ -208,3 +208,67 @@ TEST(WaveOutput, NoDriverMeansTheStartupLogSaysSoAndEverythingIsSilent) {
     g_music.resources = &resources;
     EXPECT_EQ(g_music.PlayMusic("sound\\music_menu.ogg"), 0);
 }
+
+// Where a sound is heard: the left/right balance follows the camera's yaw, the loudness follows the
+// distance in world units (500 to one OpenAL unit), and PlaceListener moves the ear while a sound
+// plays.
+TEST(WaveOutput, PositionedSoundsPanWithTheYawAndFadeWithDistance) {
+    std::string dir = test::ScratchDir("wave_positions"), wave;
+    UseDriver("wave", dir, &wave);
+    SoundSystem* sound = new SoundSystem();
+    ASSERT_TRUE(sound->Init());
+    std::vector<short> tone = test::SineSamples(22050 * 2, 1, 22050, 500.0);
+    std::vector<unsigned char> image;
+    WriteWav(1, 16, 22050, tone.data(), static_cast<unsigned int>(tone.size() * 2), image);
+    ASSERT_EQ(sound->UploadWav(image.data(), static_cast<unsigned int>(image.size()), 3), 1);
+
+    const float origin[3] = {0, 0, 0}, facingZ[3] = {0, 0, 0}, facingBack[3] = {0, 180, 0};
+    const float near[3] = {500, 0, 0}, far[3] = {2500, 0, 0};
+    const double segment = 0.8;
+    double start = Seconds();
+    double at[4];
+    at[0] = Seconds() - start;
+    ASSERT_EQ(sound->PlayAt(3, 0, origin, facingZ, near, 1.0f, 1.0f, true), 1);
+    Sys_Sleep(static_cast<int>(segment * 1000));
+    at[1] = Seconds() - start;
+    ASSERT_EQ(sound->PlayAt(3, 0, origin, facingBack, near, 1.0f, 1.0f, true), 1);
+    Sys_Sleep(static_cast<int>(segment * 1000));
+    at[2] = Seconds() - start;
+    ASSERT_EQ(sound->PlayAt(3, 0, origin, facingZ, far, 1.0f, 1.0f, true), 1);
+    Sys_Sleep(static_cast<int>(segment * 1000));
+    // The far source stays put while the listener walks towards it and turns round.
+    at[3] = Seconds() - start;
+    const float walked[3] = {1000, 0, 0};
+    sound->PlaceListener(walked, facingBack);
+    Sys_Sleep(static_cast<int>(segment * 1000));
+    delete sound;
+
+    int channels = 0, rate = 0;
+    std::vector<short> out = ReadOutput(wave, &channels, &rate);
+    ASSERT_EQ(channels, 2);
+    ASSERT_GT(out.size() / 2.0 / kOutputRate, at[3] + segment - 0.2);
+    double left[4], right[4];
+    for (int i = 0; i < 4; i++) {
+        size_t a = static_cast<size_t>((at[i] + 0.2) * kOutputRate);
+        size_t b = static_cast<size_t>((at[i] + segment - 0.2) * kOutputRate);
+        double l = 0, r = 0;
+        for (size_t j = a; j < b && 2 * j + 1 < out.size(); j++) {
+            l += static_cast<double>(out[2 * j]) * out[2 * j];
+            r += static_cast<double>(out[2 * j + 1]) * out[2 * j + 1];
+        }
+        left[i] = sqrt(l / (b - a));
+        right[i] = sqrt(r / (b - a));
+        EXPECT_GT(left[i] + right[i], 200) << "segment " << i << " is silent";
+    }
+    // Facing +z with +y up, OpenAL's right hand points along -x: a sound at +x is on the left, and
+    // turning round by the yaw puts it on the right.
+    EXPECT_GT(left[0], 2 * right[0]);
+    EXPECT_GT(right[1], 2 * left[1]);
+    // Five times as far (2500 world units = 5 OpenAL units): one fifth as loud under OpenAL's default
+    // inverse-distance model.
+    EXPECT_GT(left[2], 2 * right[2]);
+    EXPECT_NEAR(left[2] / left[0], 0.2, 0.03);
+    // Listener at 1000 facing back: the source at 2500 is 3 units off, on the listener's right.
+    EXPECT_GT(right[3], 2 * left[3]);
+    EXPECT_NEAR(right[3] / right[1], 1.0 / 3.0, 0.03);
+}
