@@ -272,3 +272,30 @@ TEST(WaveOutput, PositionedSoundsPanWithTheYawAndFadeWithDistance) {
     EXPECT_GT(right[3], 2 * left[3]);
     EXPECT_NEAR(right[3] / right[1], 1.0 / 3.0, 0.03);
 }
+
+// The title music as the content build ships it, three seconds through the player the game uses.
+TEST(WaveOutput, ShippedMenuMusicComesOutOfTheStreamingPath) {
+    std::string dir = test::ScratchDir("wave_shipped"), wave;
+    UseDriver("wave", dir, &wave);
+    std::string data = std::string(VANTLE_RUN_DIR) + "/data";
+    {
+        ResourceManager resources;
+        snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+        if (!resources.Open("sound\\music_menu.ogg")) {
+            GTEST_SKIP() << "no sound\\music_menu.ogg in " << data << " (content not built)";
+        }
+    }
+    double elapsed = StreamMusic(data, "sound\\music_menu.ogg", 150);
+    int channels = 0, rate = 0;
+    std::vector<short> out = ReadOutput(wave, &channels, &rate);
+    ASSERT_EQ(channels, 2);
+    double seconds = out.size() / 2.0 / kOutputRate;
+    EXPECT_GT(seconds, 2.7);
+    EXPECT_LT(seconds, elapsed + 1.0);
+    // Music has its quiet moments, but not whole half-seconds of silence.
+    int heard = 0;
+    for (double t = 0.25; t + 0.5 <= 2.75; t += 0.5) {
+        heard += Rms(out, t, t + 0.5) > 300;
+    }
+    EXPECT_GE(heard, 4) << "of 5 half-seconds";
+}
