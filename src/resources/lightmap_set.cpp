@@ -52,6 +52,9 @@ void LightmapSet::Clear() {
         coordCounts[i] = 0;
     }
     memset(cellFree, 1, sizeof(cellFree));
+    for (int p = 0; p < kMaxPages; p++) {
+        freeCells[p] = kCellsPerSide * kCellsPerSide;
+    }
     sharedBlackSet = 0;
     sharedBlack.page = 0;
     sharedBlack.u = 0.0f;
@@ -226,6 +229,9 @@ int LightmapSet::AllocateArea(int w, int h, int* page, int* column, int* row) {
         return 0;
     }
     for (int p = 0; p < kMaxPages; p++) {
+        if (freeCells[p] < w * h) {
+            continue;  // a full page would otherwise cost a scan of every cell
+        }
         for (int y = 0; y + h <= kCellsPerSide; y++) {
             for (int x = 0; x + w <= kCellsPerSide; x++) {
                 int fits = 1;
@@ -244,6 +250,7 @@ int LightmapSet::AllocateArea(int w, int h, int* page, int* column, int* row) {
                 for (int j = 0; j < h; j++) {
                     memset(&cellFree[p][y + j][x], 0, w);
                 }
+                freeCells[p] -= w * h;
                 *page = p;
                 *column = x;
                 *row = y;
@@ -260,7 +267,10 @@ void LightmapSet::FreeArea(int w, int h, int page, int column, int row) {
         return;
     }
     for (int j = 0; j < h; j++) {
-        memset(&cellFree[page][row + j][column], 1, w);
+        for (int i = 0; i < w; i++) {
+            freeCells[page] += !cellFree[page][row + j][column + i];
+            cellFree[page][row + j][column + i] = 1;
+        }
     }
 }
 

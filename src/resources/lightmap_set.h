@@ -12,7 +12,9 @@
 // without a window.
 #pragma once
 
+class Location;
 class ResourceManager;
+struct FrameVertex;
 
 struct LightmapVertex {
     unsigned int page;  // 0 to 127; 128 or more marks a triangle without a lightmap
@@ -31,13 +33,13 @@ struct Light {
 
 class LightmapSet {
 public:
-    static const int kMaxPages = 128;
-    static const int kMaxLights = 32;
-    static const int kMaxPieces = 512;
-    static const int kPageSize = 256;
-    static const int kPageBytes = 256 * 256 * 3;
-    static const int kCellsPerSide = 64;
-    static const unsigned int kNoPage = 128;
+    static constexpr int kMaxPages = 128;
+    static constexpr int kMaxLights = 32;
+    static constexpr int kMaxPieces = 512;
+    static constexpr int kPageSize = 256;
+    static constexpr int kPageBytes = 256 * 256 * 3;
+    static constexpr int kCellsPerSide = 64;
+    static constexpr unsigned int kNoPage = 128;
 
     unsigned int glTextures[kMaxPages];
     float quality;  // texels per world unit for the builder; survives Clear
@@ -48,6 +50,7 @@ public:
     unsigned int coordCounts[kMaxPieces];
     Light lights[kMaxLights];
     unsigned char cellFree[kMaxPages][kCellsPerSide][kCellsPerSide];
+    int freeCells[kMaxPages];  // free cells per page, kept with cellFree
     unsigned char* pages[kMaxPages];
     unsigned char sharedBlackSet;
     LightmapVertex sharedBlack;
@@ -79,6 +82,11 @@ public:
     int AllocateArea(int w, int h, int* page, int* column, int* row);
     // Marks a rectangle of cells free again.
     void FreeArea(int w, int h, int page, int column, int row);
+    // Bakes one triangle of piece (its three built vertices, starting at firstVertex) into a
+    // rectangle and writes its three entries; out is left alone when no page has room. This is
+    // the plain loop, kept as the measure for BuildLightmaps (lightmap_builder.h).
+    void BuildTriangle(const FrameVertex* triangle, LightmapVertex* out, int piece, int firstVertex,
+                       const Location* location);
     // Allocates page index zero-filled when it has no texels yet (counting it in pageCount).
     unsigned char* EnsurePage(int page);
 };

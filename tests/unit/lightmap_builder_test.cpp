@@ -1,0 +1,448 @@
+// The lightmap builders: the baking rules seen through pages and coordinates
+// (lights behind the plane, the range limit, clamping, shadows and the flags
+// that switch them off, the shared black rectangle, rectangle sizes, a full
+// page set), each checked with the plain loop and the fast builder alike, and
+// the two compared byte for byte over generated levels.
+#include "resources/lightmap_builder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "resources/location.h"
+#include "resources/mesh.h"
+#include "resources/model_shapes.h"
+
+namespace {
+
+typedef float Corner[3];
+
+Model& AddPiece(Location& location, unsigned char flag = 0) {
+    LocationPiece* piece = new LocationPiece;
+    memset(piece->name, 0, sizeof(piece->name));
+    memset(piece->textureName, 0, sizeof(piece->textureName));
+    snprintf(piece->name, sizeof(piece->name), "piece%d", location.pieceCount);
+    location.pieces[location.pieceCount++] = piece;
+    piece->model.modelFlag = flag;
+    return piece->model;
+}
+
+// A model of free triangles (memory convention, corners in drawing order).
+void MakeTriangles(Model& model, const Corner* corners, int triangles) {
+    unsigned char flag = model.modelFlag;
+    model.Clear();
+    model.modelFlag = flag;
+    Mesh* mesh = new Mesh;
+    unsigned short n = static_cast<unsigned short>(triangles);
+    mesh->Allocate(static_cast<unsigned short>(n * 3), n, static_cast<unsigned short>(n * 3), n);
+    for (int i = 0; i < triangles * 3; i++) {
+        memcpy(mesh->vertices + i * 3, corners[i], sizeof(Corner));
+        mesh->faces[i] = mesh->texFaces[i] = static_cast<unsigned short>(i);
+    }
+    mesh->ComputeBounds();
+    model.frames[0] = mesh;
+    model.frameCount = 1;
+    model.BuildFrame(0, 0, 0.0f);
+}
+
+// One upward-facing right triangle in the plane y = height, legs of length size along +z and +x.
+void AddFloorTriangle(Location& location, float x, float height, float z, float size,
+                      unsigned char flag = 0) {
+    Corner c[3] = {{x, height, z}, {x, height, z + size}, {x + size, height, z}};
+    MakeTriangles(AddPiece(location, flag), c, 1);
+}
+
+typedef void (*Builder)(Location&);
+void Reference(Location& location) {
+    BuildLightmapsReference(location);
+}
+void FastOneThread(Location& location) {
+    BuildLightmaps(location, 1, nullptr, nullptr);
+}
+void FastThreeThreads(Location& location) {
+    BuildLightmaps(location, 3, nullptr, nullptr);
+}
+
+// The texels of the rectangle a triangle's coordinates span (the corners sit one texel in).
+struct Rect {
+    unsigned page;
+    int x, y, w, h;
+};
+Rect RectOf(const LightmapVertex* c) {
+    float uMin = fminf(c[0].u, fminf(c[1].u, c[2].u)), uMax = fmaxf(c[0].u, fmaxf(c[1].u, c[2].u));
+    float vMin = fminf(c[0].v, fminf(c[1].v, c[2].v)), vMax = fmaxf(c[0].v, fmaxf(c[1].v, c[2].v));
+    Rect r;
+    r.page = c[0].page;
+    r.x = static_cast<int>(lroundf(uMin * 256)) - 1;
+    r.y = static_cast<int>(lroundf(vMin * 256)) - 1;
+    r.w = static_cast<int>(lroundf(uMax * 256)) + 1 - r.x;
+    r.h = static_cast<int>(lroundf(vMax * 256)) + 1 - r.y;
+    return r;
+}
+const unsigned char* Texel(const LightmapSet& set, unsigned page, int x, int y) {
+    return set.pages[page] + (y * 256 + x) * 3;
+}
+std::vector<unsigned char> RectTexels(const LightmapSet& set, const LightmapVertex* c) {
+    Rect r = RectOf(c);
+    std::vector<unsigned char> out;
+    for (int j = 0; j < r.h; j++) {
+        const unsigned char* row = Texel(set, r.page, r.x, r.y + j);
+        out.insert(out.end(), row, row + r.w * 3);
+    }
+    return out;
+}
+int CountZeroTexels(const std::vector<unsigned char>& texels) {
+    int zero = 0;
+    for (size_t i = 0; i + 2 < texels.size(); i += 3) {
+        zero += texels[i] == 0 && texels[i + 1] == 0 && texels[i + 2] == 0;
+    }
+    return zero;
+}
+std::vector<unsigned char> Block(const LightmapSet& set) {
+    std::vector<unsigned char> bytes(set.Size());
+    set.Serialise(bytes.data());
+    return bytes;
+}
+
+class LightmapBuilder : public ::testing::TestWithParam<Builder> {};
+
+TEST_P(LightmapBuilder, LightBehindThePlaneGivesNothingHoweverClose) {
+    Location location;
+    AddFloorTriangle(location, 0, 0, 0, 10);
+    location.lightmaps.quality = 1.0f;
+    location.lightmaps.AddLight(2, -0.01f, 2, 1, 1, 1, 100, 0);
+    GetParam()(location);
+    const LightmapSet& set = location.lightmaps;
+    ASSERT_EQ(set.pageCount, 1u);
+    EXPECT_EQ(set.areaCount, 1u);  // the first black triangle keeps its rectangle
+    EXPECT_EQ(set.sharedBlackSet, 1);
+    EXPECT_EQ(CountZeroTexels(RectTexels(set, set.coords[0])), 8 * 8);
+    EXPECT_EQ(set.sharedBlack.page, set.coords[0][0].page);
+    EXPECT_EQ(set.sharedBlack.u, set.coords[0][0].u);
+    EXPECT_EQ(set.sharedBlack.v, set.coords[0][0].v);
+
+    // The same light on the other side lights it.
+    Location front;
+    AddFloorTriangle(front, 0, 0, 0, 10);
+    front.lightmaps.quality = 1.0f;
+    front.lightmaps.AddLight(2, 0.01f, 2, 1, 1, 1, 100, 0);
+    GetParam()(front);
+    EXPECT_EQ(CountZeroTexels(RectTexels(front.lightmaps, front.lightmaps.coords[0])), 0);
+    EXPECT_EQ(front.lightmaps.sharedBlackSet, 0);
+}
+
+TEST_P(LightmapBuilder, LightExactlyAtItsRangeContributesZero) {
+    // Piece 0 is black (no light reaches it) and takes the shared rectangle first. Piece 1's
+    // nearest lumel, its rectangle's corner, lies exactly 10 below the light.
+    for (float range : {10.0f, 10.01f}) {
+        Location location;
+        AddFloorTriangle(location, 500, 0, 500, 10);
+        AddFloorTriangle(location, 0, 0, 0, 10);
+        location.lightmaps.quality = 0.0f;
+        location.lightmaps.AddLight(0, 10, 0, 1, 1, 1, range, 0);
+        GetParam()(location);
+        const LightmapSet& set = location.lightmaps;
+        const LightmapVertex* c = set.coords[1];
+        if (range == 10.0f) {
+            EXPECT_EQ(set.areaCount, 1u);
+            for (int k = 0; k < 3; k++) {
+                EXPECT_EQ(c[k].page, set.sharedBlack.page);
+                EXPECT_EQ(c[k].u, set.sharedBlack.u);
+                EXPECT_EQ(c[k].v, set.sharedBlack.v);
+            }
+        } else {
+            // Lit, even though the stored byte truncates to 0.
+            EXPECT_EQ(set.areaCount, 2u);
+            EXPECT_NE(c[0].u, set.sharedBlack.u);
+            EXPECT_EQ(CountZeroTexels(RectTexels(set, c)), 64);
+        }
+    }
+}
+
+TEST_P(LightmapBuilder, OverlappingLightsClampAndFallOffLinearly) {
+    Location location;
+    AddFloorTriangle(location, 0, 0, 0, 16);
+    location.lightmaps.quality = 0.5f;  // 8 lumels per side
+    location.lightmaps.AddLight(0, 0, 0, 0.8f, 0, 0, 32, 0);
+    location.lightmaps.AddLight(0, 0, 0, 0.8f, 0, 0, 32, 0);
+    GetParam()(location);
+    const LightmapSet& set = location.lightmaps;
+    Rect r = RectOf(set.coords[0]);
+    ASSERT_EQ(r.w, 8);
+    ASSERT_EQ(r.h, 8);
+    const unsigned char* corner = Texel(set, r.page, r.x, r.y);
+    EXPECT_EQ(corner[0], 255);
+    EXPECT_EQ(corner[1], 0);
+    EXPECT_EQ(corner[2], 0);
+    // Lumel (7, 0) lies 16 along one axis: 2 x 0.8 x (32 - 16) / 32 = 0.8, stored as 204.
+    EXPECT_EQ(Texel(set, r.page, r.x, r.y + 7)[0], 203 + 1);
+    // The far corner lumel is 16 x sqrt(2) away: 1.6 x (1 - 0.7071...) = 0.4686 -> 119.
+    EXPECT_EQ(Texel(set, r.page, r.x + 7, r.y + 7)[0], 119);
+}
+
+// A floor grid at y = 0 and a crate hovering between it and a shadow-casting light.
+std::unique_ptr<Location> ShadowScene(unsigned char floorFlag, unsigned char crateFlag, int lightShadows,
+                                      float crateX) {
+    std::unique_ptr<Location> location(new Location);
+    MakeGridModel(AddPiece(*location), -40, 0, -40, 20, 4, 0.1f);
+    float lo[3] = {crateX - 5, 10, -5}, hi[3] = {crateX + 5, 20, 5};
+    MakeBoxModel(AddPiece(*location), lo, hi, 0.1f);
+    // The shapes start from a cleared model, so the flags go on afterwards.
+    location->pieces[0]->model.modelFlag = floorFlag;
+    location->pieces[1]->model.modelFlag = crateFlag;
+    location->lightmaps.quality = 0.8f;
+    location->lightmaps.AddLight(0, 40, 0, 1, 1, 1, 200, lightShadows);
+    return location;
+}
+
+// Zero texels over the floor's rectangles.
+int FloorDarkness(const Location& location) {
+    const LightmapSet& set = location.lightmaps;
+    int dark = 0;
+    for (unsigned t = 0; t < set.coordCounts[0]; t += 3) {
+        dark += CountZeroTexels(RectTexels(set, set.coords[0] + t));
+    }
+    return dark;
+}
+std::vector<unsigned char> FloorTexels(const Location& location) {
+    const LightmapSet& set = location.lightmaps;
+    std::vector<unsigned char> all;
+    for (unsigned t = 0; t < set.coordCounts[0]; t += 3) {
+        std::vector<unsigned char> rect = RectTexels(set, set.coords[0] + t);
+        all.insert(all.end(), rect.begin(), rect.end());
+    }
+    return all;
+}
+
+TEST_P(LightmapBuilder, CratesCastShadowsUnlessAFlagSaysOtherwise) {
+    // The crate far to the side is in no ray's way: the floor as if there were no crate.
+    std::unique_ptr<Location> open = ShadowScene(0, 0, 1, 1000);
+    GetParam()(*open);
+    ASSERT_EQ(FloorDarkness(*open), 0);
+
+    std::unique_ptr<Location> shadowed = ShadowScene(0, 0, 1, 0);
+    GetParam()(*shadowed);
+    // The crate's shadow is 20 x 20 on the floor, about 16 x 16 lumels at 0.8 per unit, and
+    // counted twice: both triangles of a grid cell have lumels over the whole cell.
+    int dark = FloorDarkness(*shadowed);
+    EXPECT_GT(dark, 2 * 13 * 13);
+    EXPECT_LT(dark, 2 * 18 * 18);
+
+    struct Case {
+        unsigned char floorFlag, crateFlag;
+        int shadows;
+    } cases[] = {{0, 0x02, 1}, {0x01, 0, 1}, {0, 0, 0}};
+    for (const Case& c : cases) {
+        std::unique_ptr<Location> location = ShadowScene(c.floorFlag, c.crateFlag, c.shadows, 0);
+        GetParam()(*location);
+        EXPECT_EQ(FloorTexels(*location), FloorTexels(*open))
+            << "floor flag " << int(c.floorFlag) << ", crate flag " << int(c.crateFlag) << ", shadows "
+            << c.shadows;
+    }
+    // A piece that is neither drawn nor lightmapped still blocks light.
+    std::unique_ptr<Location> hidden = ShadowScene(0, 0x10, 1, 0);
+    GetParam()(*hidden);
+    EXPECT_EQ(hidden->lightmaps.coords[1], nullptr);
+    EXPECT_EQ(FloorTexels(*hidden), FloorTexels(*shadowed));
+}
+
+TEST_P(LightmapBuilder, ARayThatMissesAPiecesBoxIsNotBlockedByItsTriangles) {
+    // The ray from the light at (-2, -2, -2) to the lumel at (2, 2, 2) passes exactly through
+    // two corners of the occluder's box [0, 1]^3, which count as outside its face triangles,
+    // so the box pre-test misses, although the ray crosses the triangle inside the box.
+    for (int withCorners = 0; withCorners < 2; withCorners++) {
+        Location location;
+        Corner receiver[3] = {{2, 2, 2}, {12, 2, 2}, {2, 2, 12}};  // faces down, towards the light
+        MakeTriangles(AddPiece(location), receiver, 1);
+        Corner occluder[9] = {{0.5f, 0.2f, 0.1f}, {0.5f, 0.9f, 0.3f}, {0.5f, 0.3f, 0.8f},
+                              {0, 0, 0},          {0, 0, 0.1f},       {0.1f, 0, 0},
+                              {1, 1, 1},          {1, 1, 0.9f},       {0.9f, 1, 1}};
+        // Without the two corner triangles the box is the middle triangle's own and is crossed.
+        MakeTriangles(AddPiece(location), occluder, withCorners ? 3 : 1);
+        location.lightmaps.quality = 0.0f;
+        location.lightmaps.AddLight(-2, -2, -2, 1, 1, 1, 100, 1);
+        GetParam()(location);
+        Rect r = RectOf(location.lightmaps.coords[0]);
+        const unsigned char* corner = Texel(location.lightmaps, r.page, r.x, r.y);
+        if (withCorners) {
+            EXPECT_GT(corner[0], 0);
+        } else {
+            EXPECT_EQ(corner[0], 0);
+        }
+        EXPECT_GT(Texel(location.lightmaps, r.page, r.x + 1, r.y)[0], 0);
+    }
+}
+
+TEST_P(LightmapBuilder, BlackTrianglesShareTheFirstOnesCorner) {
+    Location location;
+    for (int i = 0; i < 3; i++) {
+        AddFloorTriangle(location, i * 100.0f, 0, 0, 10);  // the light is below all three
+    }
+    AddFloorTriangle(location, 0, -20, 0, 10);  // this one faces the light
+    location.lightmaps.quality = 0.0f;
+    location.lightmaps.AddLight(0, -10, 0, 1, 1, 1, 100, 0);
+    GetParam()(location);
+    const LightmapSet& set = location.lightmaps;
+    EXPECT_EQ(set.areaCount, 2u);
+    LightmapVertex first = set.coords[0][0];
+    EXPECT_EQ(set.sharedBlack.u, first.u);
+    EXPECT_EQ(set.sharedBlack.v, first.v);
+    for (int piece = 1; piece <= 2; piece++) {
+        for (int k = 0; k < 3; k++) {
+            EXPECT_EQ(set.coords[piece][k].page, first.page);
+            EXPECT_EQ(set.coords[piece][k].u, first.u);
+            EXPECT_EQ(set.coords[piece][k].v, first.v);
+        }
+    }
+    // The later black rectangles were given back: the lit triangle takes the cells right
+    // after the first one's (2 x 2 cells each).
+    Rect lit = RectOf(set.coords[3]);
+    EXPECT_EQ(lit.page, 0u);
+    EXPECT_EQ(lit.x, 8);
+    EXPECT_EQ(lit.y, 0);
+    EXPECT_EQ(RectOf(set.coords[0]).x, 0);
+}
+
+TEST_P(LightmapBuilder, RectangleSizeFollowsExtentTimesQuality) {
+    Location location;
+    // Extents 400 along x and 50 along z on a floor: 40 texels -> 10 cells, 5 -> 8 lumels.
+    Corner c[3] = {{0, 0, 0}, {0, 0, 50}, {400, 0, 0}};
+    MakeTriangles(AddPiece(location), c, 1);
+    location.lightmaps.AddLight(0, 1, 0, 1, 1, 1, 1000, 0);
+    GetParam()(location);
+    const LightmapVertex* out = location.lightmaps.coords[0];
+    // Corner order: (sMin, tMin), (sMin, tMax), (sMax, tMin) with one texel of margin.
+    EXPECT_EQ(out[0].u, 1 / 256.0f);
+    EXPECT_EQ(out[0].v, 1 / 256.0f);
+    EXPECT_EQ(out[1].u, 1 / 256.0f);
+    EXPECT_EQ(out[1].v, 7 / 256.0f);
+    EXPECT_EQ(out[2].u, 39 / 256.0f);
+    EXPECT_EQ(out[2].v, 1 / 256.0f);
+}
+
+TEST_P(LightmapBuilder, AFullPageSetLeavesTheRestUntouched) {
+    // 129 pieces of four triangles that each need a 32 x 32-cell rectangle: four per page.
+    Location location;
+    for (int p = 0; p < 129; p++) {
+        Corner c[12];
+        for (int t = 0; t < 4; t++) {
+            float x = p * 200.0f, z = t * 200.0f;
+            float corners[3][3] = {{x, 0, z}, {x, 0, z + 100}, {x + 100, 0, z}};
+            memcpy(c[t * 3], corners, sizeof(corners));
+        }
+        MakeTriangles(AddPiece(location), c, 4);
+    }
+    location.lightmaps.quality = 2.0f;
+    location.lightmaps.AddLight(0, 1e6f, 0, 1, 1, 1, 1e7f, 0);
+    GetParam()(location);
+    const LightmapSet& set = location.lightmaps;
+    EXPECT_EQ(set.pageCount, 128u);
+    EXPECT_EQ(set.areaCount, 512u);
+    EXPECT_EQ(set.coords[127][3].page, 127u);
+    Rect last = RectOf(set.coords[127] + 9);
+    EXPECT_EQ(last.x, 128);
+    EXPECT_EQ(last.y, 128);
+    EXPECT_EQ(last.w, 128);
+    for (int k = 0; k < 12; k++) {
+        EXPECT_EQ(set.coords[128][k].page, LightmapSet::kNoPage);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Builders, LightmapBuilder,
+                         ::testing::Values(&Reference, &FastOneThread, &FastThreeThreads));
+
+// A random level: crates, pillars and slabs at odd angles, some resting on or cutting
+// through one another, flags drawn from every combination, lights in front, behind, on
+// the planes and at the corners.
+unsigned g_seed;
+float Random(float lo, float hi) {
+    g_seed = g_seed * 1664525u + 1013904223u;
+    return lo + (hi - lo) * static_cast<float>(g_seed >> 8) / 16777216.0f;
+}
+std::unique_ptr<Location> RandomLevel(unsigned seed) {
+    g_seed = seed;
+    std::unique_ptr<Location> location(new Location);
+    MakeGridModel(AddPiece(*location), -60, 0, -60, 15, 8, 0.1f);
+    int pieces = 6 + seed % 8;
+    for (int i = 0; i < pieces; i++) {
+        static const unsigned char kFlags[] = {0, 0, 0, 0x01, 0x02, 0x03, 0x10, 0x04};
+        unsigned char flag = kFlags[static_cast<int>(Random(0, 8))];
+        if (i % 3 == 2) {
+            Corner c[6];
+            for (int k = 0; k < 6; k++) {
+                c[k][0] = Random(-50, 50);
+                c[k][1] = k % 3 == 0 ? 0.0f : Random(0, 30);  // some corners on the floor
+                c[k][2] = Random(-50, 50);
+            }
+            MakeTriangles(AddPiece(*location, flag), c, 2);
+        } else {
+            float x = floorf(Random(-50, 40)), z = floorf(Random(-50, 40)),
+                  y = i % 2 ? 0.0f : floorf(Random(0, 20));
+            float lo[3] = {x, y, z}, hi[3] = {x + floorf(Random(2, 15)), y + floorf(Random(2, 25)), z + 8};
+            MakeBoxModel(AddPiece(*location), lo, hi, 0.1f);
+            location->pieces[location->pieceCount - 1]->model.modelFlag = flag;
+        }
+    }
+    LightmapSet& set = location->lightmaps;
+    set.quality = Random(0.2f, 0.9f);
+    int lights = 2 + seed % 5;
+    for (int l = 0; l < lights; l++) {
+        float y = l == 0 ? 0.0f : Random(-5, 45);  // light 0 lies in the floor's plane
+        float x = l == 1 ? 0.0f : Random(-60, 60), z = l == 1 ? 0.0f : Random(-60, 60);
+        set.AddLight(x, y, z, Random(0, 1), Random(0, 1), Random(0, 1), Random(20, 90), l % 4 != 3);
+    }
+    return location;
+}
+
+TEST(LightmapBuilders, FastBuilderMatchesThePlainLoopByteForByte) {
+    for (unsigned seed = 1; seed <= 12; seed++) {
+        std::unique_ptr<Location> reference = RandomLevel(seed), fast = RandomLevel(seed);
+        BuildLightmapsReference(*reference);
+        BuildLightmaps(*fast, 1 + seed % 3, nullptr, nullptr);
+        std::vector<unsigned char> a = Block(reference->lightmaps), b = Block(fast->lightmaps);
+        ASSERT_GT(reference->lightmaps.pageCount, 0u);
+        EXPECT_TRUE(a == b) << "seed " << seed;
+    }
+}
+
+TEST(LightmapBuilders, SomeLumelsOfTheRandomLevelsAreShadowed) {
+    // Guards the comparison above: the levels do exercise the shadow test.
+    int differing = 0;
+    for (unsigned seed = 1; seed <= 4; seed++) {
+        std::unique_ptr<Location> withShadows = RandomLevel(seed), without = RandomLevel(seed);
+        for (unsigned l = 0; l < without->lightmaps.lightCount; l++) {
+            without->lightmaps.lights[l].flags = 0;
+        }
+        BuildLightmaps(*withShadows, 2, nullptr, nullptr);
+        BuildLightmaps(*without, 2, nullptr, nullptr);
+        differing += Block(withShadows->lightmaps) != Block(without->lightmaps);
+    }
+    EXPECT_GE(differing, 3);
+}
+
+TEST(LightmapBuilders, ProgressReachesOneAndPiecesWithoutLightmapsKeepNoCoordinates) {
+    Location location;
+    MakeGridModel(AddPiece(location), 0, 0, 0, 4, 20, 0.1f);  // 800 triangles: several batches
+    float lo[3] = {0, 0, 0}, hi[3] = {1, 1, 1};
+    MakeBoxModel(AddPiece(location), lo, hi, 0.1f);
+    location.pieces[1]->model.modelFlag = 0x10;
+    location.lightmaps.AddLight(0, 5, 0, 1, 1, 1, 50, 1);
+    std::vector<float> seen;
+    BuildLightmaps(
+        location, 2,
+        [](float fraction, void* context) { static_cast<std::vector<float>*>(context)->push_back(fraction); },
+        &seen);
+    ASSERT_GE(seen.size(), 2u);
+    for (size_t i = 1; i < seen.size(); i++) {
+        EXPECT_GT(seen[i], seen[i - 1]);
+    }
+    EXPECT_EQ(seen.back(), 1.0f);
+    EXPECT_EQ(location.lightmaps.coordCounts[0], 800u * 3);
+    EXPECT_EQ(location.lightmaps.coords[1], nullptr);
+    EXPECT_EQ(location.lightmaps.coordCounts[1], 0u);
+}
+
+}  // namespace
