@@ -4,10 +4,13 @@
 #include <memory>
 #include <vector>
 
+#include "character_models.h"
 #include "interface_textures.h"
 #include "music_assets.h"
+#include "prop_models.h"
 #include "resources/package.h"
 #include "sound_effects.h"
+#include "title_models.h"
 
 bool BuildContent(const ContentOptions& options, AssetList* list, std::string* error) {
     if (!GenerateFonts(list, options.fontDirectory, error) ||
@@ -15,6 +18,11 @@ bool BuildContent(const ContentOptions& options, AssetList* list, std::string* e
         return false;
     }
     GenerateEffectTextures(list);
+    GenerateFlareList(list);
+    if (!GenerateCharacters(list, error) || !GenerateProps(list, error) ||
+        !GenerateTitleModels(list, options.fontDirectory, error)) {
+        return false;
+    }
     GenerateSoundEffects(list);
     return GenerateMusic(list, options.contentDirectory, error);
 }
@@ -38,7 +46,8 @@ bool WritePackages(const AssetList& list, const std::string& dataDirectory, std:
             if (a.package != packageName) {
                 continue;
             }
-            if (!package->AddData(a.name.c_str(), a.bytes.data(), static_cast<unsigned int>(a.bytes.size()))) {
+            if (!package->AddData(a.name.c_str(), a.bytes.data(),
+                                  static_cast<unsigned int>(a.bytes.size()))) {
                 *error = packageName + ": cannot add " + a.name;
                 return false;
             }

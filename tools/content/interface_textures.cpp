@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "font_raster.h"
 #include "image.h"
 #include "materials.h"
 #include "noise.h"
 #include "paint.h"
+#include "resources/flare_list.h"
 
 const char* const kFlareTextures[4] = {"flare\\glow.tga", "flare\\ring.tga", "flare\\disc.tga",
                                        "flare\\streak.tga"};
@@ -18,14 +20,14 @@ static void AddTga(AssetList* list, const char* name, const Image& img, bool for
 
 bool GenerateFonts(AssetList* list, const std::string& fontDirectory, std::string* error) {
     // Console and panels: plain, white, so any text colour tints it.
-    const FontStyle console = {"DejaVuSans.ttf", 24, 0, Rgb(255, 255, 255), Rgb(255, 255, 255),
-                               Rgb(0, 0, 0), 0};
+    const FontStyle console = {"DejaVuSans.ttf",   24,           0, Rgb(255, 255, 255),
+                               Rgb(255, 255, 255), Rgb(0, 0, 0), 0};
     // HUD: bold white with a dark outline, readable over any scenery.
     const FontStyle hud = {"DejaVuSans-Bold.ttf", 22, 2, Rgb(255, 255, 255), Rgb(225, 230, 240),
-                           Rgb(20, 20, 30), 0};
+                           Rgb(20, 20, 30),       0};
     // Credits: a serif italic in warm gold with a drop shadow.
-    const FontStyle credits = {"DejaVuSerif-BoldItalic.ttf", 22, 1, Rgb(255, 240, 170), Rgb(220, 150, 50),
-                               Rgb(40, 20, 0), 2};
+    const FontStyle credits = {
+        "DejaVuSerif-BoldItalic.ttf", 22, 1, Rgb(255, 240, 170), Rgb(220, 150, 50), Rgb(40, 20, 0), 2};
     const FontStyle* styles[3] = {&console, &hud, &credits};
     const char* names[3] = {"gui_font.tga", "gui_font2.tga", "gui_font3.tga"};
     for (int i = 0; i < 3; i++) {
@@ -80,7 +82,8 @@ static bool AirIcon(const std::string& fonts, Image* img, std::string* error) {
     PaintDisc(img, 64, 52, 40, Rgb(60, 170, 230), 1.0f);
     PaintGlow(img, 50, 38, 30, Rgb(220, 250, 255, 200), 1.5f);
     PaintDisc(img, 48, 34, 7, Rgb(255, 255, 255, 230), 1.5f);
-    const TextStyle style = {"DejaVuSans-Bold.ttf", 28, Rgb(255, 255, 255), Rgb(200, 230, 255), 2, Rgb(0, 30, 60)};
+    const TextStyle style = {"DejaVuSans-Bold.ttf", 28, Rgb(255, 255, 255),
+                             Rgb(200, 230, 255),    2,  Rgb(0, 30, 60)};
     return PaintText(fonts, style, "AIR", 64, 63, img, error);
 }
 
@@ -105,7 +108,8 @@ static bool LogoBadge(const std::string& fonts, Image* img, std::string* error) 
     PaintDisc(img, 32, 32, 30, Rgb(30, 30, 40), 1.0f);
     PaintDisc(img, 32, 32, 27, Rgb(200, 140, 40), 1.0f);
     PaintDisc(img, 32, 32, 24, Rgb(40, 60, 90), 1.0f);
-    const TextStyle style = {"DejaVuSans-Bold.ttf", 26, Rgb(255, 240, 190), Rgb(230, 170, 60), 1, Rgb(0, 0, 0)};
+    const TextStyle style = {"DejaVuSans-Bold.ttf", 26, Rgb(255, 240, 190),
+                             Rgb(230, 170, 60),     1,  Rgb(0, 0, 0)};
     return PaintText(fonts, style, "V2", 32, 42, img, error);
 }
 
@@ -169,14 +173,16 @@ static bool TitleText(const std::string& fonts, const char* name, const char* te
 }
 
 static bool TitleImages(AssetList* list, const std::string& fonts, std::string* error) {
-    const TextStyle gold = {"DejaVuSerif-Bold.ttf", 50, Rgb(255, 245, 180), Rgb(210, 120, 30), 3, Rgb(40, 15, 0)};
-    const TextStyle italic = {"DejaVuSerif-Italic.ttf", 40, Rgb(255, 255, 255), Rgb(190, 210, 255), 2,
-                              Rgb(10, 20, 50)};
-    const TextStyle prompt = {"DejaVuSans-Bold.ttf", 36, Rgb(255, 255, 255), Rgb(170, 230, 140), 2,
-                              Rgb(10, 40, 10)};
+    const TextStyle gold = {"DejaVuSerif-Bold.ttf", 50, Rgb(255, 245, 180),
+                            Rgb(210, 120, 30),      3,  Rgb(40, 15, 0)};
+    const TextStyle italic = {"DejaVuSerif-Italic.ttf", 40, Rgb(255, 255, 255),
+                              Rgb(190, 210, 255),       2,  Rgb(10, 20, 50)};
+    const TextStyle prompt = {"DejaVuSans-Bold.ttf", 36, Rgb(255, 255, 255),
+                              Rgb(170, 230, 140),    2,  Rgb(10, 40, 10)};
     if (!TitleText(fonts, "logo\\logotext_main.tga", "VANTLE 2", 512, 50, gold, list, error) ||
         !TitleText(fonts, "logo\\logotext_starring.tga", "starring", 256, 40, italic, list, error) ||
-        !TitleText(fonts, "logo\\logotext_start.tga", "press any key to start", 512, 36, prompt, list, error)) {
+        !TitleText(fonts, "logo\\logotext_start.tga", "press any key to start", 512, 36, prompt, list,
+                   error)) {
         return false;
     }
     // The 3D lettering's skin: polished gold with streaks.
@@ -254,7 +260,8 @@ static void SparkleFrame(Image* img, int f) {
 
 // Bits of the squashed delver: cloth, boot, lamp glass, flesh.
 static void GibFrame(Image* img, int f) {
-    static const Colour kColours[4] = {Rgb(60, 90, 160), Rgb(90, 60, 40), Rgb(255, 220, 120), Rgb(200, 50, 40)};
+    static const Colour kColours[4] = {Rgb(60, 90, 160), Rgb(90, 60, 40), Rgb(255, 220, 120),
+                                       Rgb(200, 50, 40)};
     for (int i = 0; i < 5; i++) {
         float x = 8 + Hash01(f, i, 11) * 16;
         float y = 8 + Hash01(f, i, 12) * 16;
@@ -280,7 +287,8 @@ void GenerateEffectTextures(AssetList* list) {
     Image smoke(64, 64);
     smoke.Fill(Colour{1, 1, 1, 0});
     for (int i = 0; i < 9; i++) {
-        PaintGlow(&smoke, 20 + Hash01(i, 0, 21) * 24, 20 + Hash01(i, 1, 21) * 24, 18, Rgb(255, 255, 255, 110), 1.5f);
+        PaintGlow(&smoke, 20 + Hash01(i, 0, 21) * 24, 20 + Hash01(i, 1, 21) * 24, 18, Rgb(255, 255, 255, 110),
+                  1.5f);
     }
     AddTga(list, "particle_smoke.tga", smoke, true);
     Image leaf(32, 32);
@@ -326,9 +334,41 @@ void GenerateEffectTextures(AssetList* list) {
         for (int x = 0; x < 128; x++) {
             float dx = std::fabs(x + 0.5f - 64) / 64.0f;
             float dy = std::fabs(y + 0.5f - 64) / 64.0f;
-            float a = std::max(std::exp(-dy * 40.0f) * (1.0f - dx), std::exp(-dx * 40.0f) * (1.0f - dy) * 0.6f);
+            float a =
+                std::max(std::exp(-dy * 40.0f) * (1.0f - dx), std::exp(-dx * 40.0f) * (1.0f - dy) * 0.6f);
             streak.Set(x, y, Colour{1.0f, 0.95f, 0.85f, a});
         }
     }
     AddTga(list, kFlareTextures[3], streak, true);
+}
+
+void GenerateFlareList(AssetList* list) {
+    // Element: texture, axis position, half size, alpha, grey, spins, centre fade, distance fade.
+    struct Spec {
+        int texture;
+        float axis, half, alpha, grey;
+        int spins, centreFade, distanceFade;
+    };
+    static const Spec kElements[] = {
+        {0, 1.0f, 90, 0.9f, 1.0f, 0, 0, 1},   {3, 1.0f, 150, 0.6f, 0.9f, 1, 0, 1},
+        {1, 0.6f, 40, 0.35f, 0.8f, 0, 1, 1},  {2, 0.35f, 18, 0.4f, 0.9f, 0, 1, 1},
+        {2, 0.1f, 10, 0.3f, 0.7f, 0, 1, 1},   {1, -0.25f, 30, 0.3f, 0.8f, 0, 1, 1},
+        {2, -0.5f, 24, 0.35f, 0.9f, 0, 1, 1}, {1, -0.9f, 60, 0.25f, 0.6f, 1, 1, 1}};
+    FlareList flares;
+    for (const Spec& s : kElements) {
+        FlareElement e;
+        memset(&e, 0, sizeof(e));
+        strncpy(e.name, kFlareTextures[s.texture], sizeof(e.name) - 1);
+        e.axisPosition = s.axis;
+        e.halfSize = s.half;
+        e.alpha = s.alpha;
+        e.grey = s.grey;
+        e.spins = static_cast<unsigned char>(s.spins);
+        e.centreFade = static_cast<unsigned char>(s.centreFade);
+        e.distanceFade = static_cast<unsigned char>(s.distanceFade);
+        flares.Add(e);
+    }
+    std::vector<uint8_t> bytes(flares.Size());
+    flares.Serialise(bytes.data());
+    list->Add("test.vfl", CONTENT_BASE_PACKAGE, std::move(bytes));
 }

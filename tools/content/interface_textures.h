@@ -13,5 +13,7 @@ bool GenerateFonts(AssetList* list, const std::string& fontDirectory, std::strin
 bool GenerateInterfaceTextures(AssetList* list, const std::string& fontDirectory, std::string* error);
 // Adds the particle strips and the flare element pictures.
 void GenerateEffectTextures(AssetList* list);
+// Adds test.vfl, the title's lens flare made of the flare pictures.
+void GenerateFlareList(AssetList* list);
 // Texture names of the lens flare's elements, in the order the flare list uses them.
 extern const char* const kFlareTextures[4];
