@@ -61,43 +61,45 @@ static float MaxAbs(float a, float b) {
     return fa > fb ? fa : fb;
 }
 
-// Box around the rectangle's four corners on the plane (every lumel lies in it) and,
-// optionally, the light; grown by a margin for the rounding of lumel positions.
-static void RectangleBox(const LumelPlan& plan, const float* light, float* lo, float* hi) {
-    LmVec corner[4] = {
-        plan.origin,
-        {plan.origin.x + plan.edgeS.x, plan.origin.y + plan.edgeS.y, plan.origin.z + plan.edgeS.z},
-        {plan.origin.x + plan.edgeT.x, plan.origin.y + plan.edgeT.y, plan.origin.z + plan.edgeT.z},
-        {plan.origin.x + plan.edgeS.x + plan.edgeT.x, plan.origin.y + plan.edgeS.y + plan.edgeT.y,
-         plan.origin.z + plan.edgeS.z + plan.edgeT.z}};
+// The rectangle's four corners on the plane, in cyclic order; every lumel lies between them.
+static void RectangleCorners(const LumelPlan& plan, LmVec corners[4]) {
+    const LmVec& o = plan.origin;
+    const LmVec& s = plan.edgeS;
+    const LmVec& t = plan.edgeT;
+    corners[0] = o;
+    corners[1] = {o.x + s.x, o.y + s.y, o.z + s.z};
+    corners[2] = {o.x + s.x + t.x, o.y + s.y + t.y, o.z + s.z + t.z};
+    corners[3] = {o.x + t.x, o.y + t.y, o.z + t.z};
+}
+
+// How far a computed lumel, or a point on a ray to it, may stray from where exact
+// arithmetic would put it: far more than float rounding of these magnitudes.
+static float RoundingMargin(const LmVec corners[4], const float* light) {
     float scale = 1.0f;
+    for (int k = 0; k < 4; k++) {
+        scale = MaxAbs(scale, MaxAbs(corners[k].x, MaxAbs(corners[k].y, corners[k].z)));
+    }
+    if (light) {
+        scale = MaxAbs(scale, MaxAbs(light[0], MaxAbs(light[1], light[2])));
+    }
+    return scale * 2e-4f;
+}
+
+// Box around the rectangle, grown by the rounding margin.
+static void RectangleBox(const LmVec corners[4], float* lo, float* hi) {
+    float margin = RoundingMargin(corners, nullptr);
     for (int a = 0; a < 3; a++) {
         lo[a] = INFINITY;
         hi[a] = -INFINITY;
     }
-    for (int k = 0; k < 5; k++) {
-        float p[3];
-        if (k < 4) {
-            p[0] = corner[k].x;
-            p[1] = corner[k].y;
-            p[2] = corner[k].z;
-        } else if (light) {
-            p[0] = light[0];
-            p[1] = light[1];
-            p[2] = light[2];
-        } else {
-            break;
-        }
+    for (int k = 0; k < 4; k++) {
+        const float p[3] = {corners[k].x, corners[k].y, corners[k].z};
         for (int a = 0; a < 3; a++) {
-            // NaN spreads into the box on purpose: such a box overlaps everything.
+            // NaN spreads into the box on purpose: no light is then ruled out.
             lo[a] = (p[a] < lo[a] || p[a] != p[a]) ? p[a] : lo[a];
             hi[a] = (p[a] > hi[a] || p[a] != p[a]) ? p[a] : hi[a];
-            scale = MaxAbs(scale, p[a]);
         }
     }
-    float margin = scale * 1e-4f + (fabsf(plan.edgeS.x) + fabsf(plan.edgeS.y) + fabsf(plan.edgeS.z) +
-                                    fabsf(plan.edgeT.x) + fabsf(plan.edgeT.y) + fabsf(plan.edgeT.z)) *
-                                       1e-4f;
     for (int a = 0; a < 3; a++) {
         lo[a] -= margin;
         hi[a] += margin;
@@ -128,8 +130,10 @@ static void BakeOne(const BakeShared& shared, const TriangleJob& job, BakedTrian
     out.lumels.assign(static_cast<size_t>(width) * height * 3, 0);
 
     int receivesShadows = !(model.modelFlag & 0x01);
+    LmVec corners[4];
+    RectangleCorners(plan, corners);
     float lo[3], hi[3];
-    RectangleBox(plan, nullptr, lo, hi);
+    RectangleBox(corners, lo, hi);
     // The lights that can light some lumel, and for those that cast shadows the
     // occluders their rays could meet.
     int active[LightmapSet::kMaxLights];
@@ -142,9 +146,9 @@ static void BakeOne(const BakeShared& shared, const TriangleJob& job, BakedTrian
         }
         shadowed[activeCount] = receivesShadows && (light.flags & 1);
         if (shadowed[activeCount]) {
-            float hullLo[3], hullHi[3];
-            RectangleBox(plan, light.position, hullLo, hullHi);
-            shared.tree->Gather(hullLo, hullHi, job.piece, scratch.candidates[l]);
+            ShadowShaft shaft;
+            MakeShadowShaft(corners, light.position, RoundingMargin(corners, light.position), shaft);
+            shared.tree->Gather(shaft, job.piece, scratch.candidates[l]);
             scratch.hints[l] = -1;
         }
         active[activeCount++] = static_cast<int>(l);

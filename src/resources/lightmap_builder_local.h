@@ -181,6 +181,10 @@ inline int StoreLumel(float* colour, unsigned char* texel) {
 // The bounding-box pre-test of one occluder piece: the segment crosses one of the box's
 // 12 triangles, or either end lies inside the box (faces included).
 int SegmentHitsPieceBox(const float* boundsMin, const float* boundsMax, const LmVec& s0, const LmVec& s1);
+// The box's 12 triangles, two per face, in the order the pre-test tries them.
+void PieceBoxTriangles(const float* boundsMin, const float* boundsMax, LmVec triangles[12][3]);
+// 1 when p lies inside the box or on its faces.
+int PointInBox(const float* boundsMin, const float* boundsMax, const LmVec& p);
 
 // Gives every lit piece its coordinate array, pre-filled with "no lightmap" entries.
 // Returns the total number of triangles to bake.

@@ -71,14 +71,7 @@ void CornerCoords(const LumelPlan& plan, int page, int x, int y, LightmapVertex*
     }
 }
 
-static int Inside(const float* lo, const float* hi, const LmVec& p) {
-    return p.x >= lo[0] && p.x <= hi[0] && p.y >= lo[1] && p.y <= hi[1] && p.z >= lo[2] && p.z <= hi[2];
-}
-
-int SegmentHitsPieceBox(const float* lo, const float* hi, const LmVec& s0, const LmVec& s1) {
-    if (Inside(lo, hi, s0) || Inside(lo, hi, s1)) {
-        return 1;
-    }
+void PieceBoxTriangles(const float* lo, const float* hi, LmVec triangles[12][3]) {
     // Corner c has x from bit 0, y from bit 1, z from bit 2 (0 = low, 1 = high).
     LmVec corner[8];
     for (int c = 0; c < 8; c++) {
@@ -88,8 +81,27 @@ int SegmentHitsPieceBox(const float* lo, const float* hi, const LmVec& s0, const
                                      {2, 3, 7, 6}, {0, 1, 3, 2}, {4, 6, 7, 5}};
     for (int f = 0; f < 6; f++) {
         const int* q = kFaces[f];
-        if (LmSegmentHitsTriangle(corner[q[0]], corner[q[1]], corner[q[2]], s0, s1) ||
-            LmSegmentHitsTriangle(corner[q[0]], corner[q[2]], corner[q[3]], s0, s1)) {
+        LmVec* first = triangles[f * 2];
+        LmVec* second = triangles[f * 2 + 1];
+        first[0] = second[0] = corner[q[0]];
+        first[1] = corner[q[1]];
+        first[2] = second[1] = corner[q[2]];
+        second[2] = corner[q[3]];
+    }
+}
+
+int PointInBox(const float* lo, const float* hi, const LmVec& p) {
+    return p.x >= lo[0] && p.x <= hi[0] && p.y >= lo[1] && p.y <= hi[1] && p.z >= lo[2] && p.z <= hi[2];
+}
+
+int SegmentHitsPieceBox(const float* lo, const float* hi, const LmVec& s0, const LmVec& s1) {
+    if (PointInBox(lo, hi, s0) || PointInBox(lo, hi, s1)) {
+        return 1;
+    }
+    LmVec triangles[12][3];
+    PieceBoxTriangles(lo, hi, triangles);
+    for (int t = 0; t < 12; t++) {
+        if (LmSegmentHitsTriangle(triangles[t][0], triangles[t][1], triangles[t][2], s0, s1)) {
             return 1;
         }
     }

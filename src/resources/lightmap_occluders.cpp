@@ -40,6 +40,105 @@ static double SceneScale(const Location& location) {
     return scale;
 }
 
+// The prepared form of triangle a, b, c: exactly what the segment test computes from it.
+static Occluder MakeOccluder(const LmVec& a, const LmVec& b, const LmVec& c, int piece) {
+    Occluder o;
+    o.normal = LmTriangleNormal(a, b, c);
+    o.k = LmDot(o.normal, a);
+    o.axis = LmDominantAxis(o.normal);
+    LmProject(a, o.axis, &o.a2[0], &o.a2[1]);
+    LmProject(b, o.axis, &o.b2[0], &o.b2[1]);
+    LmProject(c, o.axis, &o.c2[0], &o.c2[1]);
+    o.piece = piece;
+    for (int a = 0; a < 3; a++) {
+        o.boxMin[a] = -INFINITY;
+        o.boxMax[a] = INFINITY;
+    }
+    return o;
+}
+
+void MakeShadowShaft(const LmVec corners[4], const float* light, double margin, ShadowShaft& shaft) {
+    double points[5][3] = {{light[0], light[1], light[2]}};
+    for (int k = 0; k < 4; k++) {
+        points[k + 1][0] = corners[k].x;
+        points[k + 1][1] = corners[k].y;
+        points[k + 1][2] = corners[k].z;
+    }
+    for (int a = 0; a < 3; a++) {
+        shaft.lo[a] = static_cast<float>(points[0][a] - margin);
+        shaft.hi[a] = static_cast<float>(points[0][a] + margin);
+        for (int k = 1; k < 5; k++) {
+            shaft.lo[a] = std::min(shaft.lo[a], static_cast<float>(points[k][a] - margin));
+            shaft.hi[a] = std::max(shaft.hi[a], static_cast<float>(points[k][a] + margin));
+        }
+    }
+    // Candidate planes: through the light and each edge of the rectangle, and the
+    // rectangle's own plane facing either way. Any direction is sound, because each
+    // plane's limit is measured over every point; the choice only decides how tight.
+    double candidates[6][3];
+    const double* l = points[0];
+    for (int k = 0; k < 4; k++) {
+        const double* c0 = points[k + 1];
+        const double* c1 = points[(k + 1) % 4 + 1];
+        double e[3] = {c1[0] - c0[0], c1[1] - c0[1], c1[2] - c0[2]};
+        double f[3] = {l[0] - c0[0], l[1] - c0[1], l[2] - c0[2]};
+        candidates[k][0] = e[1] * f[2] - e[2] * f[1];
+        candidates[k][1] = e[2] * f[0] - e[0] * f[2];
+        candidates[k][2] = e[0] * f[1] - e[1] * f[0];
+    }
+    const double* c0 = points[1];
+    double e[3] = {points[2][0] - c0[0], points[2][1] - c0[1], points[2][2] - c0[2]};
+    double f[3] = {points[4][0] - c0[0], points[4][1] - c0[1], points[4][2] - c0[2]};
+    candidates[4][0] = e[1] * f[2] - e[2] * f[1];
+    candidates[4][1] = e[2] * f[0] - e[0] * f[2];
+    candidates[4][2] = e[0] * f[1] - e[1] * f[0];
+    for (int a = 0; a < 3; a++) {
+        candidates[5][a] = -candidates[4][a];
+    }
+    shaft.planes = 0;
+    shaft.margin = margin;
+    for (int k = 0; k < 6; k++) {
+        double* n = candidates[k];
+        double length = sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
+        if (!(length > 1e-12) || !std::isfinite(length)) {
+            continue;
+        }
+        double* out = shaft.normal[shaft.planes];
+        double limit = -INFINITY;
+        for (int a = 0; a < 3; a++) {
+            out[a] = n[a] / length;
+        }
+        for (int p = 0; p < 5; p++) {
+            limit = std::max(limit, out[0] * points[p][0] + out[1] * points[p][1] + out[2] * points[p][2]);
+        }
+        if (!std::isfinite(limit)) {
+            continue;
+        }
+        shaft.limit[shaft.planes++] = limit;
+    }
+}
+
+// 1 when the box lo..hi (grown by the tree's padding) certainly holds no point a ray of the
+// shaft reaches. NaN anywhere keeps the box.
+static int OutsideShaft(const float* lo, const float* hi, const ShadowShaft& shaft, float pad) {
+    for (int a = 0; a < 3; a++) {
+        if (lo[a] > shaft.hi[a] + pad || hi[a] < shaft.lo[a] - pad) {
+            return 1;
+        }
+    }
+    for (int p = 0; p < shaft.planes; p++) {
+        const double* n = shaft.normal[p];
+        double nearest = 0.0;
+        for (int a = 0; a < 3; a++) {
+            nearest += n[a] * (n[a] >= 0.0 ? lo[a] : hi[a]);
+        }
+        if (nearest > shaft.limit[p] + shaft.margin + pad) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
 void OccluderTree::Build(const Location& source) {
     location = &source;
     occluders.clear();
@@ -49,6 +148,24 @@ void OccluderTree::Build(const Location& source) {
     // largest coordinate; the boxes are padded by a thousand times that.
     double pad = SceneScale(source) * 1e-4 + 1e-3;
     this->pad = static_cast<float>(pad);
+    pieceBoxes.assign(source.pieceCount, PieceBox());
+    for (int i = 0; i < source.pieceCount; i++) {
+        const LocationPiece* piece = source.pieces[i];
+        if (!piece || !piece->model.frames[0]) {
+            continue;
+        }
+        PieceBox& box = pieceBoxes[i];
+        const Mesh* frame = piece->model.frames[0];
+        LmVec triangles[12][3];
+        PieceBoxTriangles(frame->boundsMin, frame->boundsMax, triangles);
+        for (int a = 0; a < 3; a++) {
+            box.boundsMin[a] = frame->boundsMin[a];
+            box.boundsMax[a] = frame->boundsMax[a];
+        }
+        for (int t = 0; t < 12; t++) {
+            box.faces[t] = MakeOccluder(triangles[t][0], triangles[t][1], triangles[t][2], i);
+        }
+    }
     std::vector<float> boxes;  // 6 per tree-held occluder
     std::vector<int> order;
     for (int i = 0; i < source.pieceCount; i++) {
@@ -62,17 +179,10 @@ void OccluderTree::Build(const Location& source) {
         for (unsigned int t = 0; t < model.frameTriangles; t++) {
             const FrameVertex* v = model.frameVertices + t * 3;
             LmVec p[3] = {LmMake(v[0].position), LmMake(v[1].position), LmMake(v[2].position)};
-            Occluder o;
-            o.normal = LmTriangleNormal(p[0], p[1], p[2]);
+            Occluder o = MakeOccluder(p[0], p[1], p[2], i);
             if (std::isnan(o.normal.x) || std::isnan(o.normal.y) || std::isnan(o.normal.z)) {
                 continue;  // the exact test can never report a hit on it
             }
-            o.k = LmDot(o.normal, p[0]);
-            o.axis = LmDominantAxis(o.normal);
-            LmProject(p[0], o.axis, &o.a2[0], &o.a2[1]);
-            LmProject(p[1], o.axis, &o.b2[0], &o.b2[1]);
-            LmProject(p[2], o.axis, &o.c2[0], &o.c2[1]);
-            o.piece = i;
             // How far the corners sit off the plane the exact test uses: a sliver's normal
             // can tilt that plane away from the triangle, beyond what padding covers.
             double deviation = 0.0;
@@ -110,6 +220,11 @@ void OccluderTree::Build(const Location& source) {
     std::vector<float> byOccluder(occluders.size() * 6, 0.0f);
     for (size_t i = 0; i < order.size(); i++) {
         std::copy(boxes.begin() + i * 6, boxes.begin() + i * 6 + 6, byOccluder.begin() + order[i] * 6);
+        Occluder& o = occluders[order[i]];
+        for (int a = 0; a < 3; a++) {
+            o.boxMin[a] = boxes[i * 6 + a * 2];
+            o.boxMax[a] = boxes[i * 6 + a * 2 + 1];
+        }
     }
     if (!order.empty()) {
         nodes.push_back(OccluderNode());
@@ -190,10 +305,16 @@ void OccluderTree::BuildNode(std::vector<int>& order, const std::vector<float>& 
 
 int OccluderTree::PieceBoxHit(int piece, const LmVec& light, const LmVec& point, OccluderQuery& query) const {
     if (query.stamp[piece] != query.generation) {
-        const Mesh* frame = location->pieces[piece]->model.frames[0];
+        // SegmentHitsPieceBox with the box's triangles prepared beforehand.
+        const PieceBox& box = pieceBoxes[piece];
+        int hit = PointInBox(box.boundsMin, box.boundsMax, light) ||
+                  PointInBox(box.boundsMin, box.boundsMax, point);
+        for (int t = 0; t < 12 && !hit; t++) {
+            const Occluder& f = box.faces[t];
+            hit = LmSegmentHitsPlaneTriangle(f.normal, f.k, f.axis, f.a2, f.b2, f.c2, light, point);
+        }
         query.stamp[piece] = query.generation;
-        query.boxHit[piece] =
-            static_cast<unsigned char>(SegmentHitsPieceBox(frame->boundsMin, frame->boundsMax, light, point));
+        query.boxHit[piece] = static_cast<unsigned char>(hit);
     }
     return query.boxHit[piece];
 }
@@ -295,29 +416,17 @@ int OccluderTree::Blocks(const LmVec& light, const LmVec& point, int ownPiece, O
     return 0;
 }
 
-void OccluderTree::Gather(const float* lo, const float* hi, int ownPiece, std::vector<int>& out) const {
+void OccluderTree::Gather(const ShadowShaft& shaft, int ownPiece, std::vector<int>& out) const {
     out.clear();
     if (nodes.empty()) {
         return;
-    }
-    float grownLo[3], grownHi[3];
-    for (int a = 0; a < 3; a++) {
-        grownLo[a] = lo[a] - pad;
-        grownHi[a] = hi[a] + pad;
     }
     int stack[128];
     int depth = 0;
     stack[depth++] = 0;
     while (depth > 0) {
         const OccluderNode& node = nodes[stack[--depth]];
-        int overlaps = 1;
-        for (int a = 0; a < 3; a++) {
-            // Written so that a NaN anywhere keeps the node.
-            if (node.boundsMin[a] > grownHi[a] || node.boundsMax[a] < grownLo[a]) {
-                overlaps = 0;
-            }
-        }
-        if (!overlaps) {
+        if (OutsideShaft(node.boundsMin, node.boundsMax, shaft, pad)) {
             continue;
         }
         if (node.count == 0) {
@@ -338,7 +447,18 @@ int OccluderTree::BlocksAmong(const std::vector<int>& candidates, const LmVec& l
     if (StartQuery(light, point, ownPiece, query, hint)) {
         return 1;
     }
+    // The segment's own box, grown like the occluders' boxes: a triangle the exact test
+    // reports a hit on has its box overlap this one.
+    float lo[3] = {std::min(light.x, point.x) - pad, std::min(light.y, point.y) - pad,
+                   std::min(light.z, point.z) - pad};
+    float hi[3] = {std::max(light.x, point.x) + pad, std::max(light.y, point.y) + pad,
+                   std::max(light.z, point.z) + pad};
     for (int index : candidates) {
+        const Occluder& o = occluders[index];
+        if (o.boxMin[0] > hi[0] || o.boxMax[0] < lo[0] || o.boxMin[1] > hi[1] || o.boxMax[1] < lo[1] ||
+            o.boxMin[2] > hi[2] || o.boxMax[2] < lo[2]) {
+            continue;
+        }
         if (Test(index, light, point, ownPiece, query)) {
             hint = index;
             return 1;

@@ -21,7 +21,30 @@ struct Occluder {
     int axis;
     float a2[2], b2[2], c2[2];  // corners without the dominant axis
     int piece;
+    float boxMin[3], boxMax[3];  // padded bounds; infinite for the always-tested ones
 };
+
+// A piece's bounding box as the pre-test sees it, its 12 triangles prepared once.
+struct PieceBox {
+    float boundsMin[3];
+    float boundsMax[3];
+    Occluder faces[12];
+};
+
+// Where every shadow ray of one lumel rectangle and one light runs: a box around
+// the light and the rectangle, and planes each with the largest distance of the
+// light or a rectangle corner (in double precision), so that anything wholly
+// beyond one of them by more than margin is out of every ray's way.
+struct ShadowShaft {
+    float lo[3], hi[3];
+    double normal[6][3];
+    double limit[6];
+    int planes;
+    double margin;
+};
+
+// The shaft of the light at light and the rectangle with corners in cyclic order.
+void MakeShadowShaft(const LmVec corners[4], const float* light, double margin, ShadowShaft& shaft);
 
 struct OccluderNode {
     float boundsMin[3];
@@ -52,10 +75,9 @@ public:
     // hint remembers the occluder that blocked last time (per light and thread).
     int Blocks(const LmVec& light, const LmVec& point, int ownPiece, OccluderQuery& query, int& hint) const;
     // Collects the tree-held occluders of pieces other than ownPiece whose padded box
-    // overlaps the box lo..hi grown by the padding: every triangle a segment inside that
-    // box could hit.
-    void Gather(const float* lo, const float* hi, int ownPiece, std::vector<int>& out) const;
-    // As Blocks, for a segment inside the box the candidates were gathered for.
+    // reaches into the shaft: every triangle one of its rays could hit.
+    void Gather(const ShadowShaft& shaft, int ownPiece, std::vector<int>& out) const;
+    // As Blocks, for a segment inside the shaft the candidates were gathered for.
     int BlocksAmong(const std::vector<int>& candidates, const LmVec& light, const LmVec& point, int ownPiece,
                     OccluderQuery& query, int& hint) const;
     // How far every occluder's box was grown beyond its triangle.
@@ -65,6 +87,7 @@ private:
     std::vector<Occluder> occluders;
     std::vector<int> alwaysTested;  // ill-conditioned triangles, tested for every ray
     std::vector<OccluderNode> nodes;
+    std::vector<PieceBox> pieceBoxes;  // by piece index
     const Location* location = nullptr;
     float pad = 0.0f;
 

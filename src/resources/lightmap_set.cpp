@@ -54,6 +54,9 @@ void LightmapSet::Clear() {
     memset(cellFree, 1, sizeof(cellFree));
     for (int p = 0; p < kMaxPages; p++) {
         freeCells[p] = kCellsPerSide * kCellsPerSide;
+        for (int y = 0; y < kCellsPerSide; y++) {
+            freeInRow[p][y] = kCellsPerSide;
+        }
     }
     sharedBlackSet = 0;
     sharedBlack.page = 0;
@@ -224,31 +227,50 @@ void LightmapSet::Upload() {
     }
 }
 
+// 1 when cells column..column+w-1 of rows row..row+h-1 of page are free; otherwise 0 with
+// *blocked set to the column of the first taken cell met.
+static int RectangleFree(const unsigned char (*cells)[LightmapSet::kCellsPerSide], int w, int h, int column,
+                         int row, int* blocked) {
+    for (int j = 0; j < h; j++) {
+        const unsigned char* line = cells[row + j] + column;
+        for (int i = 0; i < w; i++) {
+            if (!line[i]) {
+                *blocked = column + i;
+                return 0;
+            }
+        }
+    }
+    return 1;
+}
+
 int LightmapSet::AllocateArea(int w, int h, int* page, int* column, int* row) {
     if (w < 1 || h < 1 || w > kCellsPerSide || h > kCellsPerSide) {
         return 0;
     }
+    // First fit in page, row, column order. Pages and rows without enough free cells are
+    // passed over, and a taken cell rules out every column up to it: the same first fit,
+    // found without looking at most of the cells.
     for (int p = 0; p < kMaxPages; p++) {
         if (freeCells[p] < w * h) {
-            continue;  // a full page would otherwise cost a scan of every cell
+            continue;
         }
         for (int y = 0; y + h <= kCellsPerSide; y++) {
-            for (int x = 0; x + w <= kCellsPerSide; x++) {
-                int fits = 1;
-                for (int j = 0; j < h && fits; j++) {
-                    const unsigned char* cells = &cellFree[p][y + j][x];
-                    for (int i = 0; i < w; i++) {
-                        if (!cells[i]) {
-                            fits = 0;
-                            break;
-                        }
-                    }
-                }
-                if (!fits) {
+            int rowsFit = 1;
+            for (int j = 0; j < h && rowsFit; j++) {
+                rowsFit = freeInRow[p][y + j] >= w;
+            }
+            if (!rowsFit) {
+                continue;
+            }
+            for (int x = 0; x + w <= kCellsPerSide;) {
+                int blocked;
+                if (!RectangleFree(cellFree[p], w, h, x, y, &blocked)) {
+                    x = blocked + 1;
                     continue;
                 }
                 for (int j = 0; j < h; j++) {
                     memset(&cellFree[p][y + j][x], 0, w);
+                    freeInRow[p][y + j] -= w;
                 }
                 freeCells[p] -= w * h;
                 *page = p;
@@ -268,7 +290,9 @@ void LightmapSet::FreeArea(int w, int h, int page, int column, int row) {
     }
     for (int j = 0; j < h; j++) {
         for (int i = 0; i < w; i++) {
-            freeCells[page] += !cellFree[page][row + j][column + i];
+            int taken = !cellFree[page][row + j][column + i];
+            freeCells[page] += taken;
+            freeInRow[page][row + j] += taken;
             cellFree[page][row + j][column + i] = 1;
         }
     }

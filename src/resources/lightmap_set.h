@@ -50,7 +50,8 @@ public:
     unsigned int coordCounts[kMaxPieces];
     Light lights[kMaxLights];
     unsigned char cellFree[kMaxPages][kCellsPerSide][kCellsPerSide];
-    int freeCells[kMaxPages];  // free cells per page, kept with cellFree
+    int freeCells[kMaxPages];                           // free cells per page, kept with cellFree
+    unsigned char freeInRow[kMaxPages][kCellsPerSide];  // free cells per row, likewise
     unsigned char* pages[kMaxPages];
     unsigned char sharedBlackSet;
     LightmapVertex sharedBlack;
