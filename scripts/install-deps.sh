@@ -7,7 +7,7 @@ set -euo pipefail
 PACKAGES=(
     build-essential cmake pkg-config
     libgl-dev libglu1-mesa-dev libgl1-mesa-dri libglx-mesa0
-    libsdl2-dev
+    libsdl2-dev libx11-dev
     libopenal-dev libopenal1
     libogg-dev libvorbis-dev
     libfreetype-dev fonts-dejavu-core

@@ -1,8 +1,7 @@
 // The entry point: everything happens in VantleMain (the start-up order, the
-// main loop and shutdown live in app/).
-#include <cstdio>
+// main loop and shutdown live in app/). Arguments are ignored.
+#include "app/main_loop.h"
 
 int main() {
-    printf("Vantle2\n");
-    return 0;
+    return VantleMain();
 }

@@ -4,6 +4,9 @@
 // Each subsystem's header declares its own extern. Keep the order: it is the
 // order the services depend on one another at shutdown.
 #include "app/console.h"
+#include "app/frame_timer.h"
+#include "app/gl_window.h"
+#include "app/scene_camera.h"
 #include "audio/music_player.h"
 #include "audio/sound_system.h"
 #include "game/collision_world.h"
@@ -27,11 +30,11 @@ FlareList g_flares;              //  8 flare set
 Model g_keyboardModel;           //  9 logo model 1 (title menu)
 Model g_logoTextModel;           // 10 logo model 2 (title menu)
 // 11 logo text               (text batch)
-// 12 g_window
+GlWindow g_window;               // 12
 SoundSystem g_sound;             // 13
 TextureManager g_textures;       // 14
 // 15 g_gui
-// 16 g_camera
+SceneCamera g_camera;            // 16 (no destructor)
 ResourceManager g_resources;     // 17
 TextBatch g_debugValues;         // 18
 TextBatch g_netDebugText;        // 19
@@ -44,3 +47,7 @@ NetEndpoint g_netPeer(NetEndpoint::kPeer);  // 25
 ScreenTexture g_screenTexture;   // 26
 Location g_location;             // 27
 // 28 g_debugMenu
+
+// The frame timer has no constructor: it is zero before anything runs, so its place
+// in the order does not matter.
+FrameTimer g_timer;

@@ -1,0 +1,126 @@
+// The frame timer's channels: whole periods paid out once, with the fraction carried.
+#include "app/frame_timer.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "test_clock.h"
+
+static FrameTimer FreshTimer() {
+    FrameTimer timer;
+    memset(&timer, 0, sizeof(timer));
+    return timer;
+}
+
+TEST(FrameTimer, ChannelPaysOutOnlyWholePeriods) {
+    test::ManualClock clock(5000000);
+    FrameTimer timer = FreshTimer();
+    ASSERT_EQ(timer.Init(0), 1);
+    timer.SetPeriod(1, 20);
+    clock.AdvanceMs(19);
+    EXPECT_EQ(timer.Elapsed(1), 0u);
+    clock.AdvanceMs(1);
+    EXPECT_EQ(timer.Elapsed(1), 1u);
+    EXPECT_EQ(timer.Elapsed(1), 0u);
+}
+
+TEST(FrameTimer, FractionIsCarriedToTheNextReading) {
+    test::ManualClock clock;
+    FrameTimer timer = FreshTimer();
+    timer.Init(0);
+    timer.SetPeriod(1, 20);
+    clock.AdvanceMs(45);
+    EXPECT_EQ(timer.Elapsed(1), 2u);
+    EXPECT_FLOAT_EQ(timer.carry[1], 0.25f);
+    // The surplus only counts once a whole period has passed since the last payout.
+    clock.AdvanceMs(15);
+    EXPECT_EQ(timer.Elapsed(1), 0u);
+    EXPECT_FLOAT_EQ(timer.carry[1], 0.25f);
+    clock.AdvanceMs(20);  // 35 ms since the payout: 1.75 periods plus 0.25 carried
+    EXPECT_EQ(timer.Elapsed(1), 2u);
+    EXPECT_FLOAT_EQ(timer.carry[1], 0.0f);
+    // Over any stretch the payouts add up to the whole periods that passed.
+    uint32_t total = 0;
+    for (int i = 0; i < 300; i++) {
+        clock.AdvanceMs(i % 2 ? 25 : 3);
+        total += timer.Elapsed(1);
+    }
+    clock.AdvanceMs(40);
+    total += timer.Elapsed(1);
+    EXPECT_EQ(total, (150u * 28u + 40u) / 20u);
+}
+
+TEST(FrameTimer, ShortReadingsLeaveTheClockAlone) {
+    test::ManualClock clock;
+    FrameTimer timer = FreshTimer();
+    timer.Init(0);
+    timer.SetPeriod(2, 100);
+    // Ten readings 10 ms apart must add up to one period, not be lost one by one.
+    uint32_t total = 0;
+    for (int i = 0; i < 10; i++) {
+        clock.AdvanceMs(10);
+        total += timer.Elapsed(2);
+    }
+    EXPECT_EQ(total, 1u);
+}
+
+TEST(FrameTimer, ChannelsAreIndependent) {
+    test::ManualClock clock;
+    FrameTimer timer = FreshTimer();
+    timer.Init(0);
+    timer.SetPeriod(1, 20);
+    timer.SetPeriod(2, 100);
+    clock.AdvanceMs(250);
+    EXPECT_EQ(timer.Elapsed(2), 2u);
+    EXPECT_EQ(timer.Elapsed(1), 12u);
+    EXPECT_FLOAT_EQ(timer.carry[1], 0.5f);
+}
+
+TEST(FrameTimer, NowCountsMillisecondsFromInit) {
+    test::ManualClock clock(123456789);
+    FrameTimer timer = FreshTimer();
+    timer.Init(0);
+    EXPECT_EQ(timer.Now(), 0u);
+    clock.AdvanceUs(1999);
+    EXPECT_EQ(timer.Now(), 1u);  // truncated, not rounded
+    clock.AdvanceUs(1);
+    EXPECT_EQ(timer.Now(), 2u);
+}
+
+TEST(FrameTimer, TickCountModeSurvivesThe32BitWrap) {
+    // Start 30 ms before the tick count wraps past 2^32 milliseconds.
+    test::ManualClock clock((static_cast<int64_t>(1) << 32) * 1000 - 30000);
+    FrameTimer timer = FreshTimer();
+    ASSERT_EQ(timer.Init(1), 1);
+    EXPECT_EQ(timer.mode, 1);
+    timer.SetPeriod(1, 20);
+    clock.AdvanceMs(50);
+    EXPECT_EQ(timer.Now(), 50u);
+    EXPECT_EQ(timer.Elapsed(1), 2u);
+    clock.AdvanceMs(20);
+    EXPECT_EQ(timer.Now(), 70u);
+    EXPECT_EQ(timer.Elapsed(1), 1u);
+    EXPECT_FLOAT_EQ(timer.carry[1], 0.5f);
+}
+
+TEST(FrameTimer, UnknownModeAlwaysReadsZero) {
+    test::ManualClock clock;
+    FrameTimer timer = FreshTimer();
+    EXPECT_EQ(timer.Init(7), 1);
+    timer.SetPeriod(1, 20);
+    clock.AdvanceMs(1000);
+    EXPECT_EQ(timer.Now(), 0u);
+    EXPECT_EQ(timer.Elapsed(1), 0u);
+}
+
+TEST(FrameTimer, MissingCounterFailsInitAndPaysNothing) {
+    SysTestClock broken = {0, test::ReadClock};
+    Sys_SetTestClock(&broken);
+    FrameTimer timer = FreshTimer();
+    EXPECT_EQ(timer.Init(0), 0);
+    timer.SetPeriod(1, 20);
+    test::ClockMicroseconds() += 1000000;
+    EXPECT_EQ(timer.Elapsed(1), 0u);
+    Sys_SetTestClock(nullptr);
+}

@@ -1,0 +1,286 @@
+// Key translation, the window procedure's input state, joystick-free hooks and the mouse camera.
+#include "app/input.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "app/gl_window.h"
+#include "app/scene_camera.h"
+#include "platform/sys_events.h"
+#include "platform/sys_input.h"
+#include "platform/sys_keys.h"
+
+namespace {
+
+// Physical keys by their USB usage numbers (the platform's scancodes).
+enum {
+    kA = 4,
+    kZ = 29,
+    k1 = 30,
+    k0 = 39,
+    kReturn = 40,
+    kEscape = 41,
+    kSpace = 44,
+    kLeftBracket = 47,
+    kBackslash = 49,
+    kSemicolon = 51,
+    kApostrophe = 52,
+    kGrave = 53,
+    kF1 = 58,
+    kF10 = 67,
+    kRight = 79,
+    kLeft = 80,
+    kUp = 82,
+    kKeypadEnter = 88,
+    kLAlt = 226,
+    kRCtrl = 228
+};
+
+TEST(KeyTranslation, LettersDigitsAndNamedKeys) {
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kA, 0), 'A');
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kZ, 0), 'Z');
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(k1, 0), '1');
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(k0, 0), '0');
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kSpace, 0), VK_SPACE);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kReturn, 0), VK_RETURN);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kKeypadEnter, 0), VK_RETURN);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kEscape, 0), VK_ESCAPE);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kLeft, 0), VK_LEFT);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kRight, 0), VK_RIGHT);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kUp, 0), VK_UP);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kF1, 0), VK_F1);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kF10, 0), VK_F10);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kLAlt, 0), VK_MENU);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kRCtrl, 0), VK_CONTROL);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(0, 0), 0);
+}
+
+TEST(KeyTranslation, TheConsoleKeyDependsOnTheLayout) {
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kGrave, 0), VK_OEM_3);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kGrave, 1), VK_OEM_8);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kApostrophe, 0), VK_OEM_7);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kApostrophe, 1), VK_OEM_3);
+    EXPECT_EQ(Sys_VirtualKeyFromScancode(kBackslash, 1), VK_OEM_7);
+}
+
+int UsKeymap(int scancode) {
+    if (scancode >= kA && scancode <= kZ) {
+        return 'a' + scancode - kA;
+    }
+    switch (scancode) {
+        case kBackslash:
+            return '\\';
+        case kSemicolon:
+            return ';';
+        case kLeftBracket:
+            return '[';
+        case kApostrophe:
+            return '\'';
+    }
+    return 0;
+}
+
+int UkKeymap(int scancode) {
+    return scancode == kBackslash ? '#' : UsKeymap(scancode);
+}
+
+int GermanKeymap(int scancode) {
+    if (scancode == kZ) {
+        return 'y';
+    }
+    if (scancode == kApostrophe) {
+        return 0;  // a-umlaut
+    }
+    return UkKeymap(scancode);
+}
+
+TEST(KeyboardLayout, DecidedFromTheKeymap) {
+    EXPECT_EQ(Sys_KeymapIsUK(UsKeymap), 0);
+    EXPECT_EQ(Sys_KeymapIsUK(UkKeymap), 1);
+    EXPECT_EQ(Sys_KeymapIsUK(GermanKeymap), 0);
+}
+
+class WindowInput : public ::testing::Test {
+protected:
+    void SetUp() override {
+        saved = g_activeWindow;
+        g_activeWindow = &g_window;
+        memset(g_window.keys, 0, sizeof(g_window.keys));
+        g_window.width = 400;
+        g_window.height = 300;
+        g_window.fullScreen = 0;
+        g_window.fov = 20.0f;
+        g_window.mouseButtons = 0;
+        g_window.sceneDraw = nullptr;
+        Sys_FlushMessages();
+    }
+    void TearDown() override {
+        g_activeWindow = saved;
+        g_window.width = 640;
+        g_window.height = 480;
+        Sys_FlushMessages();
+    }
+    static void Send(unsigned int message, uintptr_t wParam, intptr_t lParam) {
+        WindowProc(nullptr, message, wParam, lParam);
+    }
+    GlWindow* saved;
+};
+
+TEST_F(WindowInput, KeysFollowKeyDownAndUp) {
+    Send(WM_KEYDOWN, VK_SPACE, 0);
+    EXPECT_EQ(g_window.keys[VK_SPACE], 1);
+    g_window.keys[VK_SPACE] = 0;          // a consumer took the press
+    Send(WM_KEYDOWN, VK_SPACE, 1 << 30);  // auto-repeat sets it again
+    EXPECT_EQ(g_window.keys[VK_SPACE], 1);
+    Send(WM_KEYUP, VK_SPACE, 0);
+    EXPECT_EQ(g_window.keys[VK_SPACE], 0);
+    Send(WM_SYSKEYDOWN, VK_F10, 0);
+    Send(WM_SYSKEYDOWN, VK_MENU, 0);
+    EXPECT_EQ(g_window.keys[VK_F10], 0);
+    EXPECT_EQ(g_window.keys[VK_MENU], 0);
+}
+
+TEST_F(WindowInput, NothingHappensWithoutAnActiveWindow) {
+    g_activeWindow = nullptr;
+    Send(WM_KEYDOWN, 'A', 0);
+    EXPECT_EQ(g_window.keys['A'], 0);
+}
+
+TEST_F(WindowInput, MouseIsScaledToTheVirtualScreen) {
+    Send(WM_MOUSEMOVE, 0, Sys_MakeLParam(100, 150));
+    EXPECT_FLOAT_EQ(g_window.mouse2D[0], 200.0f);
+    EXPECT_FLOAT_EQ(g_window.mouse2D[1], 300.0f);
+    Send(WM_RBUTTONDOWN, MK_RBUTTON, Sys_MakeLParam(400, 0));
+    EXPECT_EQ(g_window.mouseButtons, 2);
+    EXPECT_FLOAT_EQ(g_window.mouse2D[0], 800.0f);
+    Send(WM_RBUTTONUP, 0, Sys_MakeLParam(400, 0));
+    EXPECT_EQ(g_window.mouseButtons, 0);
+}
+
+TEST_F(WindowInput, MoveButtonCodeComparesTheWholeFlagWord) {
+    Send(WM_MOUSEMOVE, MK_LBUTTON, 0);
+    EXPECT_EQ(g_window.mouseButtons, 1);
+    Send(WM_MOUSEMOVE, MK_MBUTTON, 0);
+    EXPECT_EQ(g_window.mouseButtons, 4);
+    Send(WM_MOUSEMOVE, MK_RBUTTON, 0);
+    EXPECT_EQ(g_window.mouseButtons, 2);
+    Send(WM_MOUSEMOVE, MK_LBUTTON | MK_SHIFT, 0);
+    EXPECT_EQ(g_window.mouseButtons, 0);
+    Send(WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, 0);
+    EXPECT_EQ(g_window.mouseButtons, 0);
+    Send(WM_MOUSEMOVE, MK_RBUTTON | MK_CONTROL, 0);
+    EXPECT_EQ(g_window.mouseButtons, 0);
+}
+
+TEST_F(WindowInput, WheelChangesTheFieldOfView) {
+    uintptr_t towardUser = static_cast<uint32_t>(-WHEEL_DELTA) << 16;
+    uintptr_t away = static_cast<uint32_t>(WHEEL_DELTA) << 16;
+    Send(WM_MOUSEWHEEL, towardUser, 0);
+    EXPECT_FLOAT_EQ(g_window.fov, 25.0f);
+    Send(WM_MOUSEWHEEL, away, 0);
+    Send(WM_MOUSEWHEEL, away, 0);
+    EXPECT_FLOAT_EQ(g_window.fov, 15.0f);
+}
+
+TEST_F(WindowInput, SizeResizesOnlyWindowed) {
+    Send(WM_SIZE, SIZE_RESTORED, Sys_MakeLParam(1000, 700));
+    EXPECT_EQ(g_window.width, 1000);
+    EXPECT_EQ(g_window.height, 700);
+    Send(WM_SIZE, SIZE_RESTORED, Sys_MakeLParam(640, 0));
+    EXPECT_EQ(g_window.height, 1);
+    g_window.fullScreen = 1;
+    Send(WM_SIZE, SIZE_RESTORED, Sys_MakeLParam(320, 200));
+    EXPECT_EQ(g_window.width, 640);
+}
+
+TEST_F(WindowInput, ActivateAndCloseMessages) {
+    Send(WM_ACTIVATE, WA_INACTIVE, 0);
+    EXPECT_EQ(g_window.active, 0);
+    Send(WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(g_window.active, 1);
+    Send(WM_CLOSE, 0, 0);
+    SysMessage message;
+    ASSERT_EQ(Sys_PeekMessage(&message), 1);
+    EXPECT_EQ(message.message, static_cast<unsigned>(WM_QUIT));
+}
+
+TEST_F(WindowInput, PaintPresentsTheScene) {
+    static int drawn;
+    drawn = 0;
+    g_window.sceneDraw = [] { drawn++; };
+    uint32_t frames = g_window.framesDrawn;
+    Send(WM_PAINT, 0, 0);
+    EXPECT_EQ(drawn, 1);
+    EXPECT_EQ(g_window.framesDrawn, frames + 1);
+}
+
+class MouseDrag : public ::testing::Test {
+protected:
+    void SetUp() override {
+        memset(&g_camera, 0, sizeof(g_camera));
+        g_dragState = 0;
+        g_dragMoved = 0;
+        g_lastMouse[0] = 400.0f;
+        g_lastMouse[1] = 300.0f;
+        g_window.mouse2D[0] = 400.0f;
+        g_window.mouse2D[1] = 300.0f;
+        g_window.mouseButtons = 0;
+    }
+    void TearDown() override { g_window.mouseButtons = 0; }
+};
+
+TEST_F(MouseDrag, RightDragLooksAroundAndWrapsYaw) {
+    g_window.mouseButtons = 2;
+    g_camera.yaw = 350.0f;
+    g_window.mouse2D[0] = 300.0f;  // 100 units to the left
+    g_window.mouse2D[1] = 310.0f;
+    MouseCamera();
+    EXPECT_FLOAT_EQ(g_camera.yaw, 10.0f);  // 350 + 20, wrapped
+    EXPECT_FLOAT_EQ(g_camera.pitch, 2.0f);
+    EXPECT_EQ(g_dragState, 2);
+    EXPECT_EQ(g_dragMoved, 1);
+    EXPECT_FLOAT_EQ(g_lastMouse[0], 300.0f);
+    g_window.mouseButtons = 0;
+    MouseCamera();
+    EXPECT_EQ(g_dragState, 0);
+    EXPECT_EQ(g_dragMoved, 0);
+}
+
+TEST_F(MouseDrag, HugeYawDoesNotStallTheTick) {
+    g_window.mouseButtons = 2;
+    g_camera.yaw = 3.0e38f;
+    MouseCamera();
+    EXPECT_GE(g_camera.yaw, 0.0f);
+    EXPECT_LT(g_camera.yaw, 360.0f);
+}
+
+TEST_F(MouseDrag, LeftDragFliesAndMiddleDragRises) {
+    g_window.mouseButtons = 1;
+    g_window.mouse2D[1] = 280.0f;  // 20 up: forward by 10
+    MouseCamera();
+    EXPECT_NEAR(g_camera.position.z, 10.0f, 1e-4f);
+    EXPECT_EQ(g_dragState, 1);
+    g_window.mouseButtons = 4;
+    g_window.mouse2D[1] = 320.0f;  // 40 down: MoveUp(10) sinks toward -y
+    MouseCamera();
+    EXPECT_NEAR(g_camera.position.y, -10.0f, 1e-4f);
+    EXPECT_EQ(g_dragState, 4);
+}
+
+TEST_F(MouseDrag, ClickWithoutMovementEndsTheDrag) {
+    g_dragState = 1;
+    g_dragMoved = 0;
+    g_window.mouseButtons = 1;
+    EndClick();
+    EXPECT_EQ(g_dragState, 1);  // still held
+    g_window.mouseButtons = 0;
+    EndClick();
+    EXPECT_EQ(g_dragState, 0);
+    g_dragState = 1;
+    g_dragMoved = 1;
+    EndClick();
+    EXPECT_EQ(g_dragState, 1);  // a drag, not a click: the camera hook ends it
+}
+
+}  // namespace
