@@ -2,6 +2,8 @@
 
 #include <SDL.h>
 
+#include <cstdio>
+
 #include "platform/sys_events_local.h"
 #include "platform/sys_input.h"
 #include "platform/sys_text.h"
@@ -14,31 +16,41 @@ static SDL_Window* ToSdl(SysWindow* window) {
 
 static SDL_DisplayMode s_fullScreenMode;
 
+// The "class" is registered while a window may exist. The display connection itself
+// is opened once and kept to the end of the process: closing and reopening it for
+// every re-created window ("VID_RESTART") costs time and can fail under load.
+static int s_classRegistered;
+
 int Sys_InitVideo() {
-    // Closing the last window is the engine's decision (WM_CLOSE), not SDL's.
-    SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");
-    SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
-    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
-        return 0;
-    }
-    // With no display SDL falls back to an invisible back-end; a game nobody can see is a
-    // failure unless someone asked for that back-end by name.
-    const char* driver = SDL_GetCurrentVideoDriver();
-    int invisible = driver && (!SDL_strcmp(driver, "offscreen") || !SDL_strcmp(driver, "dummy"));
-    if (invisible && !SDL_getenv("SDL_VIDEODRIVER")) {
-        SDL_QuitSubSystem(SDL_INIT_VIDEO);
-        return 0;
+    if (!SDL_WasInit(SDL_INIT_VIDEO)) {
+        // Closing the last window is the engine's decision (WM_CLOSE), not SDL's.
+        SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");
+        SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
+        if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+            fprintf(stderr, "video: %s\n", SDL_GetError());
+            return 0;
+        }
+        // With no display SDL falls back to an invisible back-end; a game nobody can see is
+        // a failure unless someone asked for that back-end by name.
+        const char* driver = SDL_GetCurrentVideoDriver();
+        int invisible = driver && (!SDL_strcmp(driver, "offscreen") || !SDL_strcmp(driver, "dummy"));
+        if (invisible && !SDL_getenv("SDL_VIDEODRIVER")) {
+            SDL_QuitSubSystem(SDL_INIT_VIDEO);
+            fprintf(stderr, "video: no display\n");
+            return 0;
+        }
+        Sys_X11Install();
     }
     Sys_RefreshKeyboardLayout();
-    Sys_X11Install();
+    s_classRegistered = 1;
     return 1;
 }
 
 int Sys_ShutdownVideo() {
-    if (!SDL_WasInit(SDL_INIT_VIDEO)) {
+    if (!s_classRegistered) {
         return 0;
     }
-    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    s_classRegistered = 0;
     return 1;
 }
 
@@ -122,7 +134,7 @@ int Sys_DestroyWindow(SysWindow* window) {
         return 0;
     }
     Sys_X11TrackWindow(window, 0);
-    SDL_DestroyWindow(ToSdl(window));
+    Sys_X11DestroyWindow(ToSdl(window));
     return 1;
 }
 

@@ -64,3 +64,18 @@ SysWindow* Sys_X11DestroyedWindow(const SDL_Event& event) {
     }
     return nullptr;
 }
+
+void Sys_X11DestroyWindow(SDL_Window* window) {
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    Display* display = nullptr;
+    if (SDL_GetWindowWMInfo(window, &info) && info.subsystem == SDL_SYSWM_X11) {
+        display = info.info.x11.display;
+        // Something (the GL driver, SDL itself) may have put its own handler in since.
+        XSetErrorHandler(IgnoreError);
+    }
+    SDL_DestroyWindow(window);
+    if (display) {
+        XSync(display, False);
+    }
+}

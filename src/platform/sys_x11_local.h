@@ -2,6 +2,7 @@
 #pragma once
 
 union SDL_Event;
+struct SDL_Window;
 struct SysWindow;
 
 // Keeps an X error about a window destroyed behind SDL's back (a window manager or a tool
@@ -11,3 +12,7 @@ void Sys_X11Install();
 SysWindow* Sys_X11DestroyedWindow(const SDL_Event& event);
 // Bookkeeping of our live windows, so an X window id can be traced back to one.
 void Sys_X11TrackWindow(SysWindow* window, int live);
+// Destroys a window with X errors about it ignored and flushed at once: the X window
+// may already be gone (destroyed from outside), and the error must not reach Xlib's
+// default handler, which ends the process.
+void Sys_X11DestroyWindow(SDL_Window* window);

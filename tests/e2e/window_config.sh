@@ -1,0 +1,115 @@
+#!/usr/bin/env bash
+# The real program under X, four runs in one scratch directory:
+#   1. no config.vbt: a centred 640x480 window; the user closes it; exit status 0 and the
+#      default config.vbt byte for byte
+#   2. config.vbt asks for 1024x768 and holds a high score: the window has that size;
+#      the window is destroyed from outside; the high score survives into the new file
+#   3. autoexec.vbt says QUIT: the program ends by itself and still writes config.vbt
+#   4. no display at all: the error goes to stderr, exit status 0, nothing written
+# Arguments: build directory, source directory.
+set -uo pipefail
+build="$(cd "$1" && pwd)"
+src="$(cd "$2" && pwd)"
+scratch="$build/test-scratch/e2e_window_config"
+rm -rf "$scratch"
+mkdir -p "$scratch"
+cd "$scratch" || exit 1
+export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
+pid=""
+
+fail() {
+    echo "FAIL: $*"
+    for f in out.txt err.txt config.vbt; do
+        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | head -40; }
+    done
+    [ -n "$pid" ] && kill "$pid" 2>/dev/null
+    exit 1
+}
+
+# Starts the game and waits (at most 30 s) for its visible window; sets pid and win.
+start_game() {
+    "$build/vantle2" >out.txt 2>err.txt &
+    pid=$!
+    win=""
+    for _ in $(seq 1 300); do
+        win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
+        [ -n "$win" ] && return 0
+        kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
+        sleep 0.1
+    done
+    fail "no window appeared"
+}
+
+# Waits (at most 30 s) for the game to end; sets status.
+wait_game() {
+    for _ in $(seq 1 300); do
+        kill -0 "$pid" 2>/dev/null || break
+        sleep 0.1
+    done
+    kill -0 "$pid" 2>/dev/null && fail "the game is still running"
+    wait "$pid"
+    status=$?
+    pid=""
+}
+
+expect_size() {
+    local geometry
+    geometry="$(xdotool getwindowgeometry --shell "$win")"
+    echo "$geometry" | grep -qx "WIDTH=$1" || fail "window width is not $1: $geometry"
+    echo "$geometry" | grep -qx "HEIGHT=$2" || fail "window height is not $2: $geometry"
+    local screen_w screen_h
+    read -r screen_w screen_h < <(xdotool getdisplaygeometry)
+    echo "$geometry" | grep -qx "X=$(((screen_w - $1) / 2))" || fail "window is not centred: $geometry"
+    echo "$geometry" | grep -qx "Y=$(((screen_h - $2) / 2))" || fail "window is not centred: $geometry"
+}
+
+# The file the game writes, built here line by line: $1 = the size, then extra lines.
+expected_config() {
+    local rule="//***********************************************************"
+    printf '%s\r\n' "$rule" "//Created by Vantle2. Do not modify as any changes may be lost" "$rule" \
+        "VID_FULL 0" "VID_VSYNC 0" "VID_SIZE $1" "VID_QUALITY 0" \
+        "CAMERA_POS 0.00,0.00,0.00" "CAMERA_ROT 0.00,0.00,0.00"
+    shift
+    [ $# -gt 0 ] && printf '%s\r\n' "$@"
+}
+
+# 1. First run, closed with the window's close button.
+start_game
+expect_size 640 480
+head -1 out.txt | grep -qx "Initialising OpenGL:" || fail "the start-up log does not begin the output"
+python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
+wait_game
+[ "$status" -eq 0 ] || fail "exit status $status after closing the window"
+expected_config "640,480" >expected.vbt
+cmp config.vbt expected.vbt || fail "config.vbt differs from the defaults"
+
+# 2. The configuration is read back before the window opens.
+printf 'VID_SIZE 1024,768\r\nHIGHSCORE 1234\r\n' >config.vbt
+start_game
+expect_size 1024 768
+xdotool windowclose "$win" || fail "could not destroy the window"
+wait_game
+[ "$status" -eq 0 ] || fail "exit status $status after the window was destroyed"
+expected_config "1024,768" "HIGHSCORE 1234" >expected.vbt
+cmp config.vbt expected.vbt || fail "config.vbt did not keep the size and the high score"
+
+# 3. A script can end the run.
+rm -f config.vbt
+printf '// leave at once\nVID_FOV 45\nQUIT\n' >autoexec.vbt
+"$build/vantle2" >out.txt 2>err.txt &
+pid=$!
+wait_game
+[ "$status" -eq 0 ] || fail "exit status $status after QUIT"
+grep -qx "Script 'autoexec.vbt' completed successfully" out.txt || fail "autoexec.vbt did not run"
+expected_config "640,480" >expected.vbt
+cmp config.vbt expected.vbt || fail "QUIT did not write config.vbt"
+rm -f autoexec.vbt config.vbt
+
+# 4. Without a display the game says why and writes nothing.
+env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER "$build/vantle2" >out.txt 2>err.txt &
+pid=$!
+wait_game
+[ "$status" -eq 0 ] || fail "exit status $status without a display"
+grep -q "WinMain : Could not create OpenGL Rendering device" err.txt || fail "no error message on stderr"
+[ -e config.vbt ] && fail "config.vbt was written although no window opened"
+echo "PASS"
