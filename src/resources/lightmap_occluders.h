@@ -7,6 +7,11 @@
 // exact test. Its boxes are padded well beyond floating-point rounding, and
 // triangles whose plane is too ill-conditioned to bound that way are tested for
 // every ray, so no hit the plain loop would find can be skipped.
+//
+// Per triangle and light the builder describes where all its rays run (a shadow
+// shaft: a box and the planes of the light-to-rectangle pyramid) and gathers the
+// occluders that reach into it once; each ray then tests only those, after a box
+// check of its own. The piece boxes of the pre-test are prepared once, too.
 #pragma once
 
 #include <vector>

@@ -408,6 +408,31 @@ TEST(LightmapBuilders, FastBuilderMatchesThePlainLoopByteForByte) {
     }
 }
 
+TEST(LightmapBuilders, DegenerateAndNonFiniteTrianglesBakeTheSameEitherWay) {
+    // A sliver, a zero-area triangle, a point, and triangles with infinite and NaN corners,
+    // as receivers and as occluders: whatever the arithmetic makes of them, both builders
+    // make the same of it, without faults.
+    const float inf = INFINITY, nan = NAN;
+    Corner odd[18] = {{0, 5, 0},   {10, 5, 0}, {20, 5, 1e-6f}, {0, 3, 0},   {1, 3, 1},   {2, 3, 2},
+                      {4, 2, 4},   {4, 2, 4},  {4, 2, 4},      {0, 1, 0},   {0, 1, inf}, {5, 1, 0},
+                      {0, 2, nan}, {1, 2, 1},  {2, 2, 0},      {-5, 4, -5}, {5, 4, -5},  {0, 4, 5}};
+    auto make = [&]() {
+        std::unique_ptr<Location> location(new Location);
+        MakeGridModel(AddPiece(*location), -10, 0, -10, 5, 4, 0.1f);
+        MakeTriangles(AddPiece(*location), odd, 6);
+        location->lightmaps.quality = 0.7f;
+        location->lightmaps.AddLight(1, 12, 1, 1, 0.5f, 0.25f, 40, 1);
+        location->lightmaps.AddLight(0, 0, 0, 1, 1, 1, 0, 1);  // zero range, on the floor
+        location->lightmaps.AddLight(3, 8, -2, 0.3f, 0.3f, 0.3f, 30, 0);
+        return location;
+    };
+    std::unique_ptr<Location> reference = make(), fast = make();
+    BuildLightmapsReference(*reference);
+    BuildLightmaps(*fast, 2, nullptr, nullptr);
+    EXPECT_TRUE(Block(reference->lightmaps) == Block(fast->lightmaps));
+    EXPECT_EQ(reference->lightmaps.coordCounts[1], 18u);
+}
+
 TEST(LightmapBuilders, SomeLumelsOfTheRandomLevelsAreShadowed) {
     // Guards the comparison above: the levels do exercise the shadow test.
     int differing = 0;
