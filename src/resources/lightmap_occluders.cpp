@@ -435,7 +435,8 @@ void OccluderTree::Gather(const ShadowShaft& shaft, int ownPiece, std::vector<in
             continue;
         }
         for (int i = node.first; i < node.first + node.count; i++) {
-            if (occluders[i].piece != ownPiece) {
+            const Occluder& o = occluders[i];
+            if (o.piece != ownPiece && !OutsideShaft(o.boxMin, o.boxMax, shaft, pad)) {
                 out.push_back(i);
             }
         }
