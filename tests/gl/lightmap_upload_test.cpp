@@ -1,7 +1,8 @@
 // Lightmap pages as GL textures under a real X display: one linear-filtered
 // 256 x 256 RGB level per page, the texels exactly as baked, textures replaced
 // on a second upload and deleted by Clear, a location's pages uploaded as it
-// is read, and a baked page drawn and read back as pixels.
+// is read and left alone by the keep mode, and a baked page drawn and read
+// back as pixels.
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
@@ -127,6 +128,16 @@ TEST_F(LightmapUpload, ABakedLocationIsUploadedWhenReadAndDrawsItsLight) {
     EXPECT_TRUE(TextureTexels(name) ==
                 std::vector<unsigned char>(loaded->lightmaps.pages[0],
                                            loaded->lightmaps.pages[0] + LightmapSet::kPageBytes));
+
+    // Keep mode, as after loading a level: textures, pages and coordinates stay as they were.
+    std::vector<unsigned char> coords(reinterpret_cast<unsigned char*>(loaded->lightmaps.coords[0]),
+                                      reinterpret_cast<unsigned char*>(loaded->lightmaps.coords[0] + 6));
+    loaded->SetupLighting(1);
+    EXPECT_EQ(loaded->lightmaps.glTextures[0], name);
+    EXPECT_EQ(glIsTexture(name), GL_TRUE);
+    EXPECT_EQ(loaded->lightmaps.pageCount, 1u);
+    EXPECT_EQ(memcmp(coords.data(), loaded->lightmaps.coords[0], coords.size()), 0);
+    EXPECT_EQ(loaded->lightmaps.lightCount, 0u);  // the location has no light entities
 
     // Draw the first triangle's rectangle over the whole window and read its centre.
     const LightmapVertex* c = loaded->lightmaps.coords[0];
