@@ -82,6 +82,8 @@ void GlWindow::Destroy() {
         Sys_RestoreDisplayMode(window);
     }
     if (renderContext) {
+        // Shader objects go while their context is still current; the sources stay for the next one.
+        shaders.ReleaseContext();
         if (!Sys_MakeCurrent(nullptr, nullptr)) {
             ShutdownError("halix_Renderer : Release Of DC And RC Failed.");
         }
@@ -176,6 +178,7 @@ int GlWindow::Create(const char* newTitle, int newWidth, int newHeight, int newF
     }
     Sys_ShowWindow(window);
     InitGL();
+    shaders.AttachContext();
     return 1;
 }
 

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "app/console.h"
+#include "platform/sys_window.h"
 #include "resources/resource_manager.h"
 
 // The process-wide entry points, valid while `supported` is 1.
@@ -29,11 +30,10 @@ static PFNGLUNIFORM3FARBPROC s_uniform3f;
 static PFNGLUNIFORM4FARBPROC s_uniform4f;
 static PFNGLUNIFORM1IARBPROC s_uniform1i;
 
-// The window supplies the platform's look-up once it has a context.
-static void* (*s_lookup)(const char* name) = nullptr;
+static void* (*s_lookup)(const char* name) = Sys_GetProcAddress;
 
 void ShaderManager_SetProcLookup(void* (*lookup)(const char* name)) {
-    s_lookup = lookup;
+    s_lookup = lookup ? lookup : Sys_GetProcAddress;
 }
 
 struct EntryPoint {
@@ -226,7 +226,7 @@ static int HasExtension(const char* name) {
 // extension string has the last word on whether the entry points are real. The
 // pointers are shared by every manager: a failed look-up leaves them as they were.
 static int LookUpEntryPoints() {
-    if (!s_lookup || !HasExtension("GL_ARB_shader_objects") || !HasExtension("GL_ARB_vertex_shader") ||
+    if (!HasExtension("GL_ARB_shader_objects") || !HasExtension("GL_ARB_vertex_shader") ||
         !HasExtension("GL_ARB_fragment_shader")) {
         return 0;
     }

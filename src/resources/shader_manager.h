@@ -87,5 +87,5 @@ public:
     void ReleaseContext();
 };
 
-// Sets the entry-point look-up of the current GL context (null: none, so no shader system).
+// Replaces the entry-point look-up (null restores the platform's); for tests.
 void ShaderManager_SetProcLookup(void* (*lookup)(const char* name));
