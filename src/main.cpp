@@ -1,7 +1,10 @@
 // The entry point: everything happens in VantleMain (the start-up order, the
-// main loop and shutdown live in app/). Arguments are ignored.
+// main loop and shutdown live in app/); the subsystems plug in first.
+// Arguments are ignored.
 #include "app/main_loop.h"
+#include "app/net_hooks.h"
 
 int main() {
+    InstallNetHooks();
     return VantleMain();
 }
