@@ -140,6 +140,7 @@ void MainLoopPass() {
     }
     if (g_timer.Elapsed(TimerStats) > 0) {
         Call(g_hooks.refreshDebugPanel);
+        Call(g_hooks.refreshNetPanel);
     }
     uint32_t ticks = g_timer.Elapsed(TimerUpdate);
     if (ticks > 100) {

@@ -37,6 +37,8 @@ struct EngineHooks {
     void (*consoleKeys)();
     // Every 100 ms: the debug panel refresh (resets framesDrawn and ticksRun).
     void (*refreshDebugPanel)();
+    // Every 100 ms, after it: the network panel's figures.
+    void (*refreshNetPanel)();
     // Per tick, in loop order: music refill, debug menu, GUI window.
     void (*musicUpdate)();
     void (*debugMenuUpdate)();

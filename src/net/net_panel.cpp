@@ -1,6 +1,7 @@
 #include "net/net_panel.h"
 
 #include "net/net_endpoint.h"
+#include "platform/sys_clock.h"
 #include "ui/text_batch.h"
 
 int NetPanel_Show(const NetEndpoint& endpoint, TextBatch& panel) {
@@ -16,7 +17,10 @@ int NetPanel_Show(const NetEndpoint& endpoint, TextBatch& panel) {
     return 1;
 }
 
+// The rate is brought up to date first, so a quiet spell shows as a falling
+// figure even while nobody calls the endpoint's Update.
 int NetPanel_Refresh() {
-    const NetEndpoint& shown = g_netHost.udp.socket >= 0 ? g_netHost : g_netPeer;
+    NetEndpoint& shown = g_netHost.udp.socket >= 0 ? g_netHost : g_netPeer;
+    shown.stats.Tick(Sys_TickCount());
     return NetPanel_Show(shown, g_netDebugText);
 }

@@ -14,5 +14,6 @@ const int kNetPanelFirstFigure = 1;
 // Writes endpoint's five figure lines into entries 1 to 5 of panel and rebuilds it;
 // 0 (and nothing changed) when the panel does not hold its six lines.
 int NetPanel_Show(const NetEndpoint& endpoint, TextBatch& panel);
-// Shows the host's figures while its socket is open, else the peer's, in g_netDebugText.
+// Shows the host's figures while its socket is open, else the peer's, in g_netDebugText,
+// closing the endpoint's measuring window first when a second or more has passed.
 int NetPanel_Refresh();
