@@ -16,6 +16,8 @@
 
 struct SysWindow;
 struct SysGlContext;
+struct LightmapVertex;
+class LightmapSet;
 
 // Indices into GlWindow::joystickFlags.
 enum {
@@ -85,6 +87,31 @@ public:
     void Present();
     // Swaps the buffers without drawing (loading screens); nothing without a window.
     void SwapBuffers();
+
+    // Scene drawing (render/scene_view.cpp, render/scene_lights.cpp, render/mesh_draw.cpp).
+    // Projection at fov, view from renderCamera, fog, captured matrices and frustum planes.
+    void SetCamera();
+    // Eye-space projection (fov 60, 4:3, near 1, far 2500) for scenes drawn without a camera.
+    void SetPerspective();
+    // Fills frustumPlanes from the current GL model-view and projection matrices.
+    void ExtractFrustum();
+    // True when the sphere may be visible in the last extracted frustum.
+    bool SphereInFrustum(float x, float y, float z, float radius) const;
+    // The six-light studio rig at intensity, directions in eye space.
+    void SetStudioLights(float intensity);
+    // Up to eight of the set's lights, in range of point when point is given; lighting off
+    // when the set has none.
+    void SetLocationLights(const LightmapSet* set, const float* point);
+    // The 800 x 600 canvas, y down, stretched over the window; no depth test, no texture.
+    void Begin2D();
+    // Draws 32-byte vertices (position, normal, uv) as triangles, placed, turned and scaled.
+    void DrawMesh(const float* vertices, unsigned int triangleCount, float x, float y, float z,
+                  float rotX, float rotY, float rotZ, float scaleX, float scaleY, float scaleZ);
+    // Draws a mesh multiplied by its lightmap pages (textures: GL names indexed by page).
+    void DrawLightmappedMesh(const float* vertices, unsigned int triangleCount,
+                             const LightmapVertex* coords, const unsigned int* textures, float x,
+                             float y, float z, float rotX, float rotY, float rotZ, float scaleX,
+                             float scaleY, float scaleZ);
 };
 
 extern GlWindow g_window;

@@ -11,6 +11,7 @@
 #include "audio/sound_system.h"
 #include "game/collision_world.h"
 #include "net/net_endpoint.h"
+#include "render/lightmap_batch.h"
 #include "resources/flare_list.h"
 #include "resources/location.h"
 #include "resources/model.h"
@@ -31,6 +32,7 @@ Model g_keyboardModel;           //  9 logo model 1 (title menu)
 Model g_logoTextModel;           // 10 logo model 2 (title menu)
 // 11 logo text               (text batch)
 GlWindow g_window;               // 12
+LightmapBatchCache g_lightmapBatches;  // 12, with the window: its lightmapped meshes as arrays
 SoundSystem g_sound;             // 13
 TextureManager g_textures;       // 14
 // 15 g_gui

@@ -10,3 +10,5 @@ class TextBatch;
 
 // Adds the input line and the visible log lines of console to an empty batch (not built).
 void FillConsoleText(TextBatch& batch, const Console& console);
+// Draws the panel at (x, y, z) turned by the angles (degrees) on the 2D canvas (Begin2D first).
+void DrawConsole(const Console& console, float x, float y, float z, float rotX, float rotY, float rotZ);

@@ -1,0 +1,214 @@
+// Lightmapped meshes in real frames: a textured grid over nine lightmap pages,
+// drawn triangle by triangle (two texture units, or two blended passes) and as
+// batched page runs, must give one picture.
+#include "render/lightmap_draw.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "draw_test_util.h"
+#include "render/lightmap_batch.h"
+#include "resources/lightmap_set.h"
+
+using drawtest::Frame;
+
+namespace {
+
+const int kCells = 16;
+const int kPages = 9;
+
+struct GridMesh {
+    std::vector<float> vertices;
+    std::vector<LightmapVertex> coords;
+    unsigned int triangles = 0;
+
+    void AddVertex(float x, float y, float u, float v, unsigned int page, float lu, float lv) {
+        const float vertex[8] = {x, y, 0.0f, 0.0f, 0.0f, 1.0f, u, v};
+        vertices.insert(vertices.end(), vertex, vertex + 8);
+        coords.push_back(LightmapVertex{page, lu, lv});
+    }
+};
+
+// A 200 x 200 grid in the z = 0 plane facing +z; cell i gets page i % 9, except every
+// seventh cell, which has no page and must stay empty.
+GridMesh MakeGrid() {
+    GridMesh mesh;
+    const float step = 200.0f / kCells;
+    for (int cy = 0; cy < kCells; cy++) {
+        for (int cx = 0; cx < kCells; cx++) {
+            int cell = cy * kCells + cx;
+            unsigned int page = cell % 7 == 3 ? 130u : static_cast<unsigned int>(cell % kPages);
+            float x0 = -100.0f + cx * step, y0 = -100.0f + cy * step;
+            float x1 = x0 + step, y1 = y0 + step;
+            float u0 = cx / 4.0f, v0 = cy / 4.0f, u1 = u0 + 0.25f, v1 = v0 + 0.25f;
+            float l0 = 0.1f + 0.05f * (cx % 4), l1 = l0 + 0.4f;
+            mesh.AddVertex(x0, y0, u0, v0, page, l0, l0);
+            mesh.AddVertex(x1, y0, u1, v0, page, l1, l0);
+            mesh.AddVertex(x1, y1, u1, v1, page, l1, l1);
+            mesh.AddVertex(x0, y0, u0, v0, page, l0, l0);
+            mesh.AddVertex(x1, y1, u1, v1, page, l1, l1);
+            mesh.AddVertex(x0, y1, u0, v1, page, l0, l1);
+            mesh.triangles += 2;
+        }
+    }
+    return mesh;
+}
+
+class LightmapDrawTest : public ::testing::Test {
+protected:
+    GLuint base = 0;
+    GLuint pages[LightmapSet::kMaxPages] = {};
+    GridMesh grid = MakeGrid();
+
+    static void SetUpTestSuite() { ASSERT_TRUE(drawtest::OpenWindow(320, 240)); }
+    static void TearDownTestSuite() { drawtest::CloseWindow(); }
+
+    void SetUp() override {
+        ASSERT_NE(g_window.renderContext, nullptr);
+        g_window.clearColour[0] = g_window.clearColour[1] = g_window.clearColour[2] = 0.0f;
+        base = drawtest::MakeTexture(16, [](int x, int y, unsigned char* rgb) {
+            rgb[0] = static_cast<unsigned char>(128 + 8 * x);
+            rgb[1] = static_cast<unsigned char>(255 - 8 * y);
+            rgb[2] = 200;
+        });
+        for (int p = 0; p < kPages; p++) {
+            pages[p] = drawtest::MakeTexture(16, [p](int x, int y, unsigned char* rgb) {
+                rgb[0] = static_cast<unsigned char>(40 + 20 * p);
+                rgb[1] = static_cast<unsigned char>(60 + 10 * x);
+                rgb[2] = static_cast<unsigned char>(60 + 10 * y);
+            });
+        }
+        g_lightmapBatches.Clear();
+    }
+    void TearDown() override {
+        g_lightmapDrawMode = LightmapDrawBatched;
+        g_lightmapForceBlend = 0;
+        g_lightmapBatches.Clear();
+        glDeleteTextures(1, &base);
+        glDeleteTextures(kPages, pages);
+    }
+
+    Frame Draw(int mode, int forceBlend) {
+        g_lightmapDrawMode = mode;
+        g_lightmapForceBlend = forceBlend;
+        g_window.BeginFrame();
+        g_window.renderCamera[0] = 0.0f;
+        g_window.renderCamera[1] = 0.0f;
+        g_window.renderCamera[2] = 220.0f;
+        g_window.renderCamera[3] = 0.0f;
+        g_window.renderCamera[4] = 180.0f;  // looking down -z
+        g_window.renderCamera[5] = 0.0f;
+        g_window.fov = 60.0f;
+        g_window.SetCamera();
+        glEnable(GL_TEXTURE_2D);
+        glBindTexture(GL_TEXTURE_2D, base);
+        g_window.DrawLightmappedMesh(grid.vertices.data(), grid.triangles, grid.coords.data(), pages, 0, 0, 0,
+                                     0, 0, 0, 1, 1, 1);
+        return drawtest::ReadFrame();
+    }
+
+    // The window pixel of a world point in the grid's plane.
+    static void Project(float x, float y, int* px, int* py) {
+        double wx, wy, wz;
+        gluProject(x, y, 0.0, g_window.modelview, g_window.projection, g_window.viewport, &wx, &wy, &wz);
+        *px = static_cast<int>(wx);
+        *py = g_window.height - 1 - static_cast<int>(wy);
+    }
+};
+
+TEST_F(LightmapDrawTest, BlendingGivesTheMultitexturePicture) {
+    ASSERT_NE(g_glActiveTextureARB, nullptr);  // Mesa has multitexture, so both paths can run
+    Frame multitexture = Draw(LightmapDrawLiteral, 0);
+    Frame blended = Draw(LightmapDrawLiteral, 1);
+    EXPECT_LE(drawtest::MaxDifference(multitexture, blended), 2);
+
+    // Something was drawn, and darker than the base alone: cell (5, 5) is page 4, whose red is 120.
+    int px, py;
+    Project(-100.0f + 5.5f * 12.5f, -100.0f + 5.5f * 12.5f, &px, &py);
+    const unsigned char* pixel = multitexture.At(px, py);
+    EXPECT_GT(pixel[0], 40);
+    EXPECT_LT(pixel[0], 120);
+}
+
+TEST_F(LightmapDrawTest, BatchedRunsGiveTheLiteralPicture) {
+    Frame literal = Draw(LightmapDrawLiteral, 0);
+    Frame batched = Draw(LightmapDrawBatched, 0);
+    EXPECT_LE(drawtest::MaxDifference(literal, batched), 1);
+    Frame literalBlended = Draw(LightmapDrawLiteral, 1);
+    Frame batchedBlended = Draw(LightmapDrawBatched, 1);
+    EXPECT_LE(drawtest::MaxDifference(literalBlended, batchedBlended), 1);
+    drawtest::SaveArtefact("lightmapped_grid", batched);
+}
+
+TEST_F(LightmapDrawTest, TrianglesWithoutAPageStayEmpty) {
+    for (int mode = 0; mode < 2; mode++) {
+        for (int blend = 0; blend < 2; blend++) {
+            Frame frame = Draw(mode, blend);
+            int px, py;
+            // Cell 3 (x 3, y 0) has no page; cell 4 next to it has page 4.
+            Project(-100.0f + 3.5f * 12.5f, -100.0f + 0.5f * 12.5f, &px, &py);
+            const unsigned char* empty = frame.At(px, py);
+            EXPECT_EQ(empty[0] + empty[1] + empty[2], 0) << "mode " << mode << " blend " << blend;
+            Project(-100.0f + 4.5f * 12.5f, -100.0f + 0.5f * 12.5f, &px, &py);
+            const unsigned char* lit = frame.At(px, py);
+            EXPECT_GT(lit[0] + lit[1] + lit[2], 100) << "mode " << mode << " blend " << blend;
+        }
+    }
+}
+
+TEST_F(LightmapDrawTest, PixelsAreBaseTimesLightmap) {
+    // Replace every page by one flat colour and the base by another: every lit cell reads back
+    // as their product.
+    GLuint flat = drawtest::MakeTexture(16, [](int, int, unsigned char* rgb) {
+        rgb[0] = 255;
+        rgb[1] = 128;
+        rgb[2] = 64;
+    });
+    glDeleteTextures(1, &base);
+    base = drawtest::MakeTexture(16, [](int, int, unsigned char* rgb) {
+        rgb[0] = 200;
+        rgb[1] = 200;
+        rgb[2] = 255;
+    });
+    glDeleteTextures(kPages, pages);
+    for (int p = 0; p < kPages; p++) {
+        pages[p] = flat;
+    }
+    for (int blend = 0; blend < 2; blend++) {
+        Frame frame = Draw(LightmapDrawBatched, blend);
+        int px, py;
+        Project(-100.0f + 4.5f * 12.5f, -100.0f + 0.5f * 12.5f, &px, &py);
+        const unsigned char* pixel = frame.At(px, py);
+        EXPECT_NEAR(pixel[0], 200, 2);
+        EXPECT_NEAR(pixel[1], 200 * 128 / 255, 2);
+        EXPECT_NEAR(pixel[2], 64, 2);
+    }
+}
+
+TEST_F(LightmapDrawTest, ABatchFollowsLightmapsChangedInPlace) {
+    Frame before = Draw(LightmapDrawBatched, 0);
+    // Bake "again": every triangle moves to page 0, in the same arrays.
+    for (LightmapVertex& coord : grid.coords) {
+        if (coord.page < LightmapSet::kNoPage) {
+            coord.page = 0;
+        }
+    }
+    Frame batched = Draw(LightmapDrawBatched, 0);
+    Frame literal = Draw(LightmapDrawLiteral, 0);
+    EXPECT_GT(drawtest::MaxDifference(before, batched), 20);
+    EXPECT_LE(drawtest::MaxDifference(literal, batched), 1);
+}
+
+TEST_F(LightmapDrawTest, EveryPathCountsItsTriangles) {
+    g_window.polyCount = 0;
+    Draw(LightmapDrawLiteral, 0);
+    EXPECT_EQ(g_window.polyCount, grid.triangles);
+    Draw(LightmapDrawBatched, 1);
+    EXPECT_EQ(g_window.polyCount, grid.triangles);  // BeginFrame started the count again
+    g_window.DrawLightmappedMesh(grid.vertices.data(), grid.triangles, nullptr, pages, 0, 0, 0, 0, 0, 0, 1, 1,
+                                 1);
+    EXPECT_EQ(g_window.polyCount, grid.triangles);  // no coordinates: nothing drawn or counted
+}
+
+}  // namespace

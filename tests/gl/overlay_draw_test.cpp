@@ -1,0 +1,259 @@
+// The flat overlays in real frames: the 800 x 600 canvas stretched over other
+// window sizes, the loading indicator's box, caption and bar, the console
+// panel with its log rows, gaps, cursor and slide, and bitmap-font glyphs
+// landing on the screen from the right cells of the font.
+#include "render/overlay_draw.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include "app/console.h"
+#include "draw_test_util.h"
+#include "render/console_panel.h"
+#include "render/loading_screen.h"
+#include "ui/engine_texts.h"
+#include "ui/text_batch.h"
+
+using drawtest::Frame;
+
+namespace {
+
+const int kBulletGlyph = 73;
+
+// Opaque white glyphs, a green cursor bullet and see-through blanks (space and the rest of row 4).
+bool LoadPlainFont() {
+    return drawtest::LoadTestFont([](int glyph, int, int, unsigned char* rgba) {
+        bool blank = glyph == 72 || (glyph >= 74 && glyph <= 79);
+        rgba[0] = glyph == kBulletGlyph ? 0 : 255;
+        rgba[1] = 255;
+        rgba[2] = glyph == kBulletGlyph ? 0 : 255;
+        rgba[3] = blank ? 0 : 255;
+    });
+}
+
+class OverlayDrawTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(drawtest::OpenWindow(1024, 768)); }
+    static void TearDownTestSuite() { drawtest::CloseWindow(); }
+    void SetUp() override {
+        ASSERT_NE(g_window.renderContext, nullptr);
+        g_window.Resize(800, 600);
+        g_window.polyCount = 0;
+    }
+    void TearDown() override {
+        g_console.Clear();
+        drawtest::PurgeTextures();
+    }
+    static void Clear(float grey) {
+        g_window.clearColour[0] = g_window.clearColour[1] = g_window.clearColour[2] = grey;
+        g_window.BeginFrame();
+    }
+};
+
+bool IsGrey(const unsigned char* rgb, int level, int tolerance = 3) {
+    return abs(rgb[0] - level) <= tolerance && abs(rgb[1] - level) <= tolerance &&
+           abs(rgb[2] - level) <= tolerance;
+}
+
+TEST_F(OverlayDrawTest, TheCanvasFillsEveryWindowSizeAlike) {
+    const int sizes[2][2] = {{800, 600}, {1024, 768}};
+    for (const auto& size : sizes) {
+        // The window is 1024 x 768; at 800 x 600 the frame fills its lower-left part.
+        g_window.Resize(size[0], size[1]);
+        Clear(0.0f);
+        g_window.Begin2D();
+        DrawOverlayQuad(100.0f, 50.0f, 300.0f, 150.0f);
+        Frame frame = drawtest::ReadFrame();
+        float sx = size[0] / 800.0f, sy = size[1] / 600.0f;
+        int left = static_cast<int>(100 * sx), right = static_cast<int>(300 * sx);
+        int top = static_cast<int>(50 * sy), bottom = static_cast<int>(150 * sy);
+        SCOPED_TRACE(size[0]);
+        EXPECT_TRUE(IsGrey(frame.At(left + 1, top + 1), 255));
+        EXPECT_TRUE(IsGrey(frame.At(right - 2, bottom - 2), 255));
+        EXPECT_TRUE(IsGrey(frame.At(left - 2, top + 5), 0));
+        EXPECT_TRUE(IsGrey(frame.At(right + 1, top + 5), 0));
+        EXPECT_TRUE(IsGrey(frame.At(left + 5, top - 2), 0));
+        EXPECT_TRUE(IsGrey(frame.At(left + 5, bottom + 1), 0));
+    }
+}
+
+// Pixels of row y between x0 and x1 (exclusive) that match a colour within 3.
+int CountRow(const Frame& frame, int y, int x0, int x1, int r, int g, int b) {
+    int count = 0;
+    for (int x = x0; x < x1; x++) {
+        const unsigned char* p = frame.At(x, y);
+        if (abs(p[0] - r) <= 3 && abs(p[1] - g) <= 3 && abs(p[2] - b) <= 3) {
+            count++;
+        }
+    }
+    return count;
+}
+
+TEST_F(OverlayDrawTest, TheLoadingBarCoversSixtyFourUnitsTimesTheFraction) {
+    ASSERT_TRUE(LoadPlainFont());
+    g_loadingText.Reset();
+    FillEngineTextBatches();
+    // One layer of 0.25 red over black, and two.
+    const int faint = 64, full = 112;
+    const float fractions[4] = {0.0f, 0.25f, 0.5f, 1.0f};
+    for (float fraction : fractions) {
+        Clear(0.5f);
+        DrawLoadingScreen("gui_loading.tga", "LOADING", fraction);
+        Frame frame = drawtest::ReadFrame();
+        SCOPED_TRACE(fraction);
+        int covered = static_cast<int>(64 * fraction);
+        EXPECT_EQ(CountRow(frame, 35, 700, 800, full, 0, 0), covered);
+        EXPECT_EQ(CountRow(frame, 35, 700, 800, faint, 0, 0), 64 - covered);
+        // The bar is 8 units high, centred on y 35.
+        EXPECT_EQ(CountRow(frame, 30, 700, 800, faint, 0, 0) + CountRow(frame, 30, 700, 800, full, 0, 0), 0);
+        EXPECT_EQ(CountRow(frame, 32, 700, 800, faint, 0, 0) + CountRow(frame, 32, 700, 800, full, 0, 0), 64);
+        if (fraction == 0.5f) {
+            drawtest::SaveArtefact("loading_screen", frame);
+        }
+    }
+    // Past the end the bar runs over the black box and out of it onto the frame.
+    Clear(0.5f);
+    DrawLoadingScreen("gui_loading.tga", "LOADING", 1.25f);
+    Frame over = drawtest::ReadFrame();
+    EXPECT_EQ(CountRow(over, 35, 700, 800, full, 0, 0), 64);
+    EXPECT_EQ(CountRow(over, 35, 782, 788, faint, 0, 0), 6);
+    EXPECT_GT(over.At(792, 35)[0], over.At(792, 35)[1] + 40);
+    EXPECT_TRUE(IsGrey(over.At(799, 35), 128));
+}
+
+TEST_F(OverlayDrawTest, TheLoadingBoxAndCaptionSitInTheTopRightCorner) {
+    ASSERT_TRUE(LoadPlainFont());
+    g_loadingText.Reset();
+    FillEngineTextBatches();
+    Clear(0.5f);
+    DrawLoadingScreen("gui_loading.tga", "LOADING", 0.0f);
+    Frame frame = drawtest::ReadFrame();
+    // The black box spans (712, 10)-(788, 45).
+    EXPECT_TRUE(IsGrey(frame.At(714, 12), 0));
+    EXPECT_TRUE(IsGrey(frame.At(786, 43), 0));
+    EXPECT_TRUE(IsGrey(frame.At(710, 12), 128));
+    EXPECT_TRUE(IsGrey(frame.At(790, 43), 128));
+    EXPECT_TRUE(IsGrey(frame.At(714, 47), 128));
+    // Seven glyphs of size 10 advancing 8, centred on x 750: from 722 to 778, rows 15 to 25,
+    // white at three quarters over black.
+    EXPECT_GT(CountRow(frame, 20, 722, 778, 191, 191, 191), 30);
+    EXPECT_EQ(CountRow(frame, 20, 712, 720, 191, 191, 191), 0);
+    EXPECT_EQ(CountRow(frame, 20, 780, 788, 191, 191, 191), 0);
+    EXPECT_EQ(CountRow(frame, 13, 712, 788, 191, 191, 191), 0);
+    EXPECT_EQ(CountRow(frame, 27, 712, 788, 191, 191, 191), 0);
+    // The caption is the one given.
+    EXPECT_EQ(g_loadingText.entries[0].length, 7);
+    DrawLoadingScreen("gui_loading.tga", "LIGHTMAPS", 0.0f);
+    EXPECT_EQ(g_loadingText.entries[0].length, 9);
+}
+
+// Rows of the console panel (12 units each) whose glyph area shows text at x 4.
+std::vector<int> LitRows(const Frame& frame, int offset) {
+    std::vector<int> rows;
+    for (int top = -12 + offset % 12; top < 600; top += 12) {
+        if (top + 6 < 0) {
+            continue;
+        }
+        const unsigned char* p = frame.At(4, top + 6);
+        if (p[1] > 150) {
+            rows.push_back(top);
+        }
+    }
+    return rows;
+}
+
+TEST_F(OverlayDrawTest, TheConsoleShowsNineteenLogLinesAndTheCursor) {
+    ASSERT_TRUE(LoadPlainFont());
+    g_console.Clear();
+    for (int i = 0; i < 40; i++) {
+        g_console.Print("LINE %02d", i);
+    }
+    // Drawn 100 units low, a twentieth line would still be on the canvas if it were drawn.
+    Clear(0.0f);
+    g_window.Begin2D();
+    DrawConsole(g_console, 0.0f, 100.0f, 0.0f, 0.0f, 0.0f, 0.0f);
+    Frame frame = drawtest::ReadFrame();
+    std::vector<int> rows = LitRows(frame, 100);
+    ASSERT_EQ(rows.size(), 20u);  // 19 log lines and the input line
+    EXPECT_EQ(rows.front(), 100);
+    EXPECT_EQ(rows.back(), 100 + 228);
+    // The input line is empty: only the cursor bullet, green at 0.7.
+    const unsigned char* cursor = frame.At(4, 334);
+    EXPECT_NEAR(cursor[0], 0, 3);
+    EXPECT_NEAR(cursor[1], 178, 3);
+    EXPECT_TRUE(IsGrey(frame.At(4, 322), 178));            // the newest log line, grey text
+    EXPECT_TRUE(IsGrey(frame.At(4, 106), 178));            // the nineteenth
+    EXPECT_EQ(g_window.polyCount, 2u * (19 * 7 + 1) * 2);  // counted once more by DrawMesh
+
+    // An empty stored line leaves its row blank.
+    g_console.lines[2][0] = 0;
+    Clear(0.0f);
+    g_window.Begin2D();
+    DrawConsole(g_console, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f);
+    rows = LitRows(drawtest::ReadFrame(), 0);
+    EXPECT_EQ(rows.size(), 19u);
+    EXPECT_EQ(std::count(rows.begin(), rows.end(), 228 - 3 * 12), 0);
+    EXPECT_EQ(std::count(rows.begin(), rows.end(), 228 - 2 * 12), 1);
+}
+
+TEST_F(OverlayDrawTest, TheConsoleSlidesOverTheFrame) {
+    ASSERT_TRUE(LoadPlainFont());
+    g_console.Clear();
+    g_console.AddLine("hello");
+    snprintf(g_console.inputLine, sizeof(g_console.inputLine), "VID_FOV");
+    const float slides[3] = {-240.0f, -120.0f, 0.0f};
+    for (float slide : slides) {
+        Clear(0.8f);
+        g_window.Begin2D();
+        DrawConsole(g_console, 0.0f, slide, 0.0f, 0.0f, 0.0f, 0.0f);
+        Frame frame = drawtest::ReadFrame();
+        SCOPED_TRACE(slide);
+        int bottom = static_cast<int>(242 + slide);  // the sheet's lower edge on the screen
+        if (bottom > 2) {
+            EXPECT_TRUE(IsGrey(frame.At(400, bottom - 2), 102));  // half black over 204
+        }
+        EXPECT_TRUE(IsGrey(frame.At(400, bottom + 4), 204));
+        if (slide == 0.0f) {
+            drawtest::SaveArtefact("console_open", frame);
+            EXPECT_TRUE(IsGrey(frame.At(4, 234), 178, 40));  // "V" of the input line
+        }
+    }
+}
+
+TEST_F(OverlayDrawTest, GlyphsComeFromTheirCells) {
+    // Each cell tells its column and row by red and green, and its upper half from its lower by blue.
+    ASSERT_TRUE(drawtest::LoadTestFont([](int glyph, int, int y, unsigned char* rgba) {
+        rgba[0] = static_cast<unsigned char>(16 * (glyph % 16) + 8);
+        rgba[1] = static_cast<unsigned char>(16 * (glyph / 16) + 8);
+        rgba[2] = y < 16 ? 60 : 200;
+        rgba[3] = 255;
+    }));
+    TextBatch batch;
+    const char text[] = "Az9\x95\xa3\xe9";
+    batch.AddEntry(text, 100.0f, 100.0f, 0.0f, 32.0f, 1.0f, 0);
+    batch.Build();
+    Clear(0.0f);
+    g_window.Begin2D();
+    g_textures.Bind("gui_font.tga");
+    DrawTextBatch(batch);
+    Frame frame = drawtest::ReadFrame();
+    const int expected[6] = {
+        0, TextBatch::GlyphIndex('z'), TextBatch::GlyphIndex('9'), kBulletGlyph, TextBatch::GlyphIndex(0xA3),
+        0};
+    for (int i = 0; i < 6; i++) {
+        SCOPED_TRACE(i);
+        int x = static_cast<int>(100 + i * 25.6f + 12);
+        const unsigned char* upper = frame.At(x, 108);
+        const unsigned char* lower = frame.At(x, 124);
+        EXPECT_EQ(upper[0], 16 * (expected[i] % 16) + 8);
+        EXPECT_EQ(upper[1], 16 * (expected[i] / 16) + 8);
+        EXPECT_EQ(upper[2], 60);
+        EXPECT_EQ(lower[2], 200);
+    }
+    // Row 6 of the font starts with q, row 2 with 1.
+    EXPECT_EQ(TextBatch::GlyphIndex('z'), 105);
+    EXPECT_EQ(TextBatch::GlyphIndex('9'), 40);
+}
+
+}  // namespace
