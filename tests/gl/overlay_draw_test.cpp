@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 #include "app/console.h"
 #include "draw_test_util.h"
@@ -254,6 +256,76 @@ TEST_F(OverlayDrawTest, GlyphsComeFromTheirCells) {
     // Row 6 of the font starts with q, row 2 with 1.
     EXPECT_EQ(TextBatch::GlyphIndex('z'), 105);
     EXPECT_EQ(TextBatch::GlyphIndex('9'), 40);
+}
+
+// Lit pixels of a box and their bounding box.
+struct Ink {
+    int count = 0, left = 9999, right = -1, top = 9999, bottom = -1;
+};
+
+Ink InkIn(const Frame& frame, int x0, int y0, int size) {
+    Ink ink;
+    for (int y = y0; y < y0 + size; y++) {
+        for (int x = x0; x < x0 + size; x++) {
+            if (frame.At(x, y)[0] > 128) {
+                ink.count++;
+                ink.left = std::min(ink.left, x);
+                ink.right = std::max(ink.right, x);
+                ink.top = std::min(ink.top, y);
+                ink.bottom = std::max(ink.bottom, y);
+            }
+        }
+    }
+    return ink;
+}
+
+TEST_F(OverlayDrawTest, TheGeneratedFontDrawsEachCharacterFromItsCell) {
+    // The font the content build made, found through the resource lookup like the game does.
+    char saved[sizeof(g_resources.dataDirectory)];
+    memcpy(saved, g_resources.dataDirectory, sizeof(saved));
+    snprintf(g_resources.dataDirectory, sizeof(g_resources.dataDirectory), "%s/data", VANTLE_RUN_DIR);
+    g_textures.resources = &g_resources;
+    ASSERT_EQ(g_textures.Bind("gui_font.tga"), 1);
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    memcpy(g_resources.dataDirectory, saved, sizeof(saved));
+    ASSERT_NE(bound, 0) << "no gui_font.tga under " << VANTLE_RUN_DIR << "/data";
+
+    TextBatch batch;
+    const char* samples[5] = {"I", "-", " ", "_", "\x95"};
+    for (int i = 0; i < 5; i++) {
+        batch.AddEntry(samples[i], 50.0f + 120.0f * i, 100.0f, 0.0f, 64.0f, 1.0f, 0);
+    }
+    batch.Build();
+    Clear(0.0f);
+    g_window.Begin2D();
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    g_textures.Bind("gui_font.tga");
+    DrawTextBatch(batch);
+    glDisable(GL_BLEND);
+    Frame frame = drawtest::ReadFrame();
+    drawtest::SaveArtefact("generated_font", frame);
+
+    Ink bar = InkIn(frame, 50, 100, 64);
+    Ink dash = InkIn(frame, 170, 100, 64);
+    Ink space = InkIn(frame, 290, 100, 64);
+    Ink underscore = InkIn(frame, 410, 100, 64);
+    Ink bullet = InkIn(frame, 530, 100, 64);
+    // "I" is tall and narrow, "-" wide and flat, the space empty.
+    ASSERT_GT(bar.count, 20);
+    EXPECT_GT(bar.bottom - bar.top, 2 * (bar.right - bar.left));
+    ASSERT_GT(dash.count, 10);
+    EXPECT_GT(dash.right - dash.left, 2 * (dash.bottom - dash.top));
+    EXPECT_EQ(space.count, 0);
+    // "_" sits below the middle of its cell and "-" near it: the rows are not upside down.
+    ASSERT_GT(underscore.count, 10);
+    EXPECT_GT(underscore.top, dash.bottom);
+    EXPECT_GT(underscore.top, 100 + 40);
+    // The cursor bullet is a small blob, neither tall nor wide.
+    ASSERT_GT(bullet.count, 10);
+    EXPECT_LT(bullet.right - bullet.left, 40);
+    EXPECT_LT(bullet.bottom - bullet.top, 40);
 }
 
 }  // namespace
