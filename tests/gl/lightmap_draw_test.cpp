@@ -61,11 +61,10 @@ protected:
     GLuint pages[LightmapSet::kMaxPages] = {};
     GridMesh grid = MakeGrid();
 
-    static void SetUpTestSuite() { ASSERT_TRUE(drawtest::OpenWindow(320, 240)); }
     static void TearDownTestSuite() { drawtest::CloseWindow(); }
 
     void SetUp() override {
-        ASSERT_NE(g_window.renderContext, nullptr);
+        ASSERT_TRUE(drawtest::OpenWindow(320, 240));
         g_window.clearColour[0] = g_window.clearColour[1] = g_window.clearColour[2] = 0.0f;
         base = drawtest::MakeTexture(16, [](int x, int y, unsigned char* rgb) {
             rgb[0] = static_cast<unsigned char>(128 + 8 * x);

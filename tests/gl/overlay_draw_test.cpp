@@ -36,10 +36,9 @@ bool LoadPlainFont() {
 
 class OverlayDrawTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() { ASSERT_TRUE(drawtest::OpenWindow(1024, 768)); }
     static void TearDownTestSuite() { drawtest::CloseWindow(); }
     void SetUp() override {
-        ASSERT_NE(g_window.renderContext, nullptr);
+        ASSERT_TRUE(drawtest::OpenWindow(1024, 768));
         g_window.Resize(800, 600);
         g_window.polyCount = 0;
     }

@@ -15,10 +15,9 @@ namespace {
 
 class SceneViewTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() { ASSERT_TRUE(drawtest::OpenWindow(320, 240)); }
     static void TearDownTestSuite() { drawtest::CloseWindow(); }
     void SetUp() override {
-        ASSERT_NE(g_window.renderContext, nullptr);
+        ASSERT_TRUE(drawtest::OpenWindow(320, 240));
         g_window.fov = 60.0f;
         g_window.frustumFlag = 1;
         g_window.fogEnabled = 0;
