@@ -10,6 +10,7 @@
 #include "audio/music_player.h"
 #include "audio/sound_system.h"
 #include "game/collision_world.h"
+#include "game/game_state.h"
 #include "net/net_endpoint.h"
 #include "render/lightmap_batch.h"
 #include "resources/flare_list.h"
@@ -23,9 +24,9 @@
 Location closingLocation;        //  1 end location (closing scenes)
 Model lampModel;                 //  2 game model (level loading)
 CollisionWorld g_collision;      //  3
-//  4 HUD score text          (text batch)
-//  5 level title text        (text batch)
-//  6 completion text         (text batch)
+TextBatch g_scoreText;           //  4 HUD score text
+TextBatch g_levelTitleText;      //  5 level title text
+TextBatch g_completedText;       //  6 completion text
 Location g_menuLocation;         //  7 menu location (title menu)
 FlareList g_flares;              //  8 flare set
 Model g_keyboardModel;           //  9 logo model 1 (title menu)

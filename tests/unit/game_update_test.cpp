@@ -1,0 +1,256 @@
+// The game tick's order and its own rules: the pause, the flash fade, the
+// debug keys, the follow camera, enemies on their routes, the emitters, and a
+// level without a player.
+#include "game/game_update.h"
+
+#include <cmath>
+#include <cstring>
+
+#include "app/gl_window.h"
+#include "app/scene_camera.h"
+#include "app/scene_hooks.h"
+#include "game/collision_world.h"
+#include "game/enemy.h"
+#include "game/game_object.h"
+#include "game/game_state.h"
+#include "game/particles.h"
+#include "game_fixture.h"
+#include "resources/location.h"
+
+namespace {
+
+class GameUpdateTest : public test::GameFixture {
+protected:
+    void Floor() { AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400); }
+
+    // The unit vector the camera looks along.
+    static void ViewDirection(float* d) {
+        float w = g_camera.yaw * kDegToRad, p = g_camera.pitch * kDegToRad;
+        d[0] = cosf(p) * sinf(w);
+        d[1] = -sinf(p);
+        d[2] = cosf(p) * cosf(w);
+    }
+    // 1 when the camera looks straight at the point.
+    static void ExpectLooksAt(float x, float y, float z) {
+        float d[3];
+        ViewDirection(d);
+        float t[3] = {x - g_camera.position.x, y - g_camera.position.y, z - g_camera.position.z};
+        float length = sqrtf(t[0] * t[0] + t[1] * t[1] + t[2] * t[2]);
+        for (int k = 0; k < 3; k++) {
+            EXPECT_NEAR(d[k], t[k] / length, 1e-3) << "axis " << k;
+        }
+    }
+};
+
+TEST_F(GameUpdateTest, PausingTwiceResumesExactlyWhereItStoppedWhileTheCameraCircles) {
+    Floor();
+    AddEntity("player", 100, 0, 0, 90);
+    StartLevel();
+    Key(0x26, 1);
+    Tick(5);
+    float position[3];
+    memcpy(position, player->position, sizeof(position));
+    float airBefore = air;
+    float clock = animClock;
+    Key('P', 1);
+    Tick();
+    EXPECT_EQ(paused, 1);
+    EXPECT_EQ(g_window.keys['P'], 0);
+    EXPECT_FLOAT_EQ(g_camera.yaw, 0.0f);
+    Tick();
+    EXPECT_FLOAT_EQ(g_camera.yaw, 1.0f) << "one degree per tick";
+    Tick(8);
+    EXPECT_FLOAT_EQ(air, airBefore);
+    EXPECT_FLOAT_EQ(animClock, clock);
+    EXPECT_EQ(memcmp(position, player->position, sizeof(position)), 0);
+    float dx = g_camera.position.x - player->position[0];
+    float dz = g_camera.position.z - player->position[2];
+    EXPECT_NEAR(sqrtf(dx * dx + dz * dz), 150.0f, 10.0f) << "it circles 150 out";
+    Key('P', 1);
+    Tick();
+    EXPECT_EQ(paused, 0);
+    EXPECT_NEAR(player->position[0], position[0] + 2.25f, 1e-3) << "the walk goes on from where it was";
+    EXPECT_NEAR(air, airBefore - 0.0286f, 1e-4);
+}
+
+TEST_F(GameUpdateTest, TheFlashFadesByATenthPerTickEvenWhilePaused) {
+    Floor();
+    AddEntity("player", 100, 0, 0);
+    StartLevel();
+    EXPECT_FLOAT_EQ(g_window.flashIntensity, 1.0f);
+    Key('P', 1);
+    Tick(3);
+    EXPECT_NEAR(g_window.flashIntensity, 0.7f, 1e-5);
+}
+
+TEST_F(GameUpdateTest, TheFollowCameraStands505OutOnThePlayersBearing) {
+    Floor();
+    AddEntity("player", 300, 40, 0, 0);
+    StartLevel();
+    player->position[1] = 40;
+    PlaceGameCamera();
+    EXPECT_NEAR(g_camera.position.x, 505.0f, 0.01f);
+    EXPECT_NEAR(g_camera.position.y, 115.0f, 1e-3);
+    EXPECT_NEAR(g_camera.position.z, 1.68f, 0.01f);
+    ExpectLooksAt(0, 5, 0);
+    EXPECT_FLOAT_EQ(g_window.fov, 30.0f);
+    // Near the axis the camera stands at (0, y + 50, 500) and keeps the field of view.
+    g_window.fov = 45;
+    player->position[0] = 10;
+    player->position[1] = 0;
+    player->position[2] = 10;
+    PlaceGameCamera();
+    EXPECT_FLOAT_EQ(g_camera.position.x, 0.0f);
+    EXPECT_FLOAT_EQ(g_camera.position.y, 50.0f);
+    EXPECT_FLOAT_EQ(g_camera.position.z, 500.0f);
+    ExpectLooksAt(10, 0, 10);
+    EXPECT_FLOAT_EQ(g_window.fov, 45.0f);
+}
+
+TEST_F(GameUpdateTest, ALevelWithoutAPlayerDrainsNoAirButItsEnemiesPatrol) {
+    Floor();
+    AddEntity("enemy01", 0, 0, 0);
+    AddEntity("enemy01_route00", 0, 0, 0);
+    AddEntity("enemy01_route01", 100, 0, 0);
+    StartLevel();
+    EXPECT_EQ(player, nullptr);
+    Tick(10);
+    EXPECT_FLOAT_EQ(air, 100.0f);
+    EXPECT_FLOAT_EQ(g_camera.position.x, 5.6f);
+    EXPECT_FLOAT_EQ(g_camera.position.y, 206.2f);
+    EXPECT_FLOAT_EQ(g_camera.position.z, 1080.9f);
+    // The first tick finds it on point 00 and takes point 01; nine steps follow.
+    EXPECT_NEAR(Find("enemy01")->position[0], 17.1f, 1e-3);
+}
+
+TEST_F(GameUpdateTest, EnemiesWalkTheirRouteFacingTheirWayAndSkipBeyondAMissingPoint) {
+    Floor();
+    AddEntity("player", 0, 0, 300);
+    AddEntity("enemy01", -50, 10, -50);
+    AddEntity("enemy01_route00", 0, 10, 0);
+    AddEntity("enemy01_route01", 100, 10, 0);
+    AddEntity("enemy01_route03", 50, 10, 50);  // 02 is missing: never reached
+    StartLevel();
+    GameObject* enemy = Find("enemy01");
+    ASSERT_NE(enemy, nullptr);
+    EXPECT_EQ(enemy->onRoute, 1);
+    EXPECT_FLOAT_EQ(enemy->position[0], 0.0f) << "it starts on point 00";
+    EXPECT_EQ(Find("enemy01_route00"), nullptr) << "route points make no objects";
+    const CollisionBox& box = g_collision.slots[SlotOf(enemy)]->boxes[0];
+    EXPECT_FLOAT_EQ(box.offset[0], -50.0f) << "the box stays at the entity until the first step";
+    Tick();
+    EXPECT_FLOAT_EQ(enemy->position[0], 0.0f) << "point 00 is reached at once";
+    EXPECT_EQ(enemy->counter, 1u);
+    EXPECT_FLOAT_EQ(box.offset[0], -50.0f) << "and the box is not moved in that tick";
+    Tick();
+    EXPECT_NEAR(enemy->position[0], 1.9f, 1e-4);
+    EXPECT_FLOAT_EQ(enemy->rotation[1], 180.0f);
+    EXPECT_FLOAT_EQ(box.offset[0], enemy->position[0]);
+    int snapped = 0, back = 0;
+    for (int t = 0; t < 300; t++) {
+        Tick();
+        EXPECT_FLOAT_EQ(enemy->position[2], 0.0f) << "never toward point 03";
+        if (enemy->position[0] == 100.0f) {
+            snapped++;
+            EXPECT_EQ(enemy->counter, 0u) << "after 01 comes 00 again";
+        }
+        if (snapped && enemy->position[0] < 100.0f && back == 0) {
+            back = 1;
+            EXPECT_FLOAT_EQ(enemy->rotation[1], 360.0f);
+        }
+    }
+    EXPECT_GE(snapped, 1);
+    EXPECT_EQ(back, 1);
+    EXPECT_EQ(lives, 3);
+}
+
+TEST_F(GameUpdateTest, HeadingsInTheXYPlane) {
+    const float p[3] = {0, 0, 0};
+    const float east[3] = {10, 0, 0}, west[3] = {-10, 0, 0}, north[3] = {0, 0, 10};
+    const float up[3] = {0, 10, 0}, down[3] = {0, -10, 0};
+    EXPECT_NEAR(Heading(p, east), 90.0f, 1e-3);
+    EXPECT_NEAR(Heading(p, west), 270.0f, 1e-3);
+    EXPECT_NEAR(Heading(p, north), 180.0f, 1e-3) << "a leg along z only";
+    EXPECT_NEAR(Heading(p, up), 0.0f, 1e-3);
+    EXPECT_NEAR(Heading(p, down), 180.0f, 1e-3);
+}
+
+TEST_F(GameUpdateTest, AnEnemyWithoutRouteStandsAnimatesAndKills) {
+    Floor();
+    AddEntity("player", 0, 0, 200);
+    AddEntity("enemy01", 0, 0, 0);
+    StartLevel();
+    GameObject* enemy = Find("enemy01");
+    Tick(3);
+    EXPECT_EQ(enemy->onRoute, 0);
+    EXPECT_FLOAT_EQ(enemy->position[0], 0.0f);
+    EXPECT_FLOAT_EQ(enemy->animTime, 0.9f);
+    Tick();
+    EXPECT_FLOAT_EQ(enemy->animTime, 0.0f) << "a one-frame model wraps at frame 1";
+    player->position[2] = 0;
+    Tick();
+    EXPECT_EQ(lives, 2);
+}
+
+TEST_F(GameUpdateTest, DebugKeysActOnlyInDebugModeAndKeepTheirFlagsOtherwise) {
+    Floor();
+    AddEntity("player", 0, 0, 0);
+    AddEntity("key01", 200, 0, 0);
+    AddEntity("exit01", 0, 0, -300);
+    StartLevel();
+    Key('O', 1);
+    Key('G', 1);
+    Key('L', 1);
+    Tick();
+    EXPECT_EQ(g_window.keys['O'], 1);
+    EXPECT_EQ(g_window.keys['G'], 1);
+    EXPECT_EQ(g_window.keys['L'], 1);
+    EXPECT_NE(Find("key01"), nullptr);
+    Key('G', 0);
+    g_debug = 1;
+    Tick();
+    EXPECT_EQ(g_window.keys['O'], 0);
+    EXPECT_EQ(g_window.keys['L'], 0);
+    EXPECT_EQ(Find("key01"), nullptr);
+    EXPECT_EQ(score, 0u) << "no points for keys taken by the debug key";
+    EXPECT_EQ(Find("exit01")->link, 79);
+    Key('G', 1);
+    Tick();
+    EXPECT_EQ(lives, 0);
+    EXPECT_EQ(g_scene, SceneEnd);
+}
+
+TEST_F(GameUpdateTest, EmittersDropDustAndSparklesFromTheirHeightOnly) {
+    Floor();
+    AddEntity("player", 0, 0, 0);
+    AddEntity("Particle_Dirt", 999, 150, 999);
+    AddEntity("particle_sparkles", -999, 80, -999);
+    StartLevel();
+    int dust = 0, sparkles = 0;
+    for (int t = 0; t < 400; t++) {
+        Tick();
+        // Spawned after this tick's update: life still 0.
+        for (const Particle& p : particles) {
+            if (!p.active || p.life != 0.0f) {
+                continue;
+            }
+            if (strcmp(p.texture, "particle_fire.tga") == 0 && p.firstFrame == 14) {
+                dust++;
+                EXPECT_FLOAT_EQ(p.position[1], 150.0f);
+                EXPECT_LE(fabsf(p.position[0]), 200.0f);
+                EXPECT_LE(fabsf(p.position[2]), 200.0f);
+            } else if (strcmp(p.texture, "particle_star.tga") == 0) {
+                sparkles++;
+                EXPECT_FLOAT_EQ(p.position[1], 80.0f);
+                EXPECT_LE(fabsf(p.position[0]), 150.0f);
+            }
+        }
+    }
+    // About one in ten ticks for dust and one in twenty for sparkles.
+    EXPECT_GT(dust, 20);
+    EXPECT_LT(dust, 70);
+    EXPECT_GT(sparkles, 8);
+    EXPECT_LT(sparkles, 40);
+}
+
+}  // namespace

@@ -1,0 +1,218 @@
+// Keys, doors, deaths, the finish with its tally, collapsing platforms, the
+// air supply and the score lines, tick by tick.
+#include "game/hazards.h"
+
+#include <cstring>
+
+#include "app/gl_window.h"
+#include "app/scene_hooks.h"
+#include "game/collision_world.h"
+#include "game/game_object.h"
+#include "game/game_state.h"
+#include "game/score.h"
+#include "game_fixture.h"
+#include "resources/location.h"
+#include "ui/text_batch.h"
+
+namespace {
+
+class HazardsTest : public test::GameFixture {
+protected:
+    void Floor() { AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400); }
+};
+
+TEST_F(HazardsTest, KeysScoreAndTheLastOneRaisesEveryDoorOver80Ticks) {
+    Floor();
+    AddEntity("player", 0, 0, 0);
+    AddEntity("key01", 0, 0, 0);    // under the player: taken at once
+    AddEntity("key02", 200, 0, 0);  // taken later
+    AddEntity("exit01", 0, 0, -300);
+    AddEntity("exit02", 0, 0, 300);
+    StartLevel();
+    GameObject* key1 = Find("key01");
+    int key1Slot = SlotOf(key1);
+    Tick();
+    EXPECT_EQ(objects[key1Slot], nullptr);
+    EXPECT_EQ(g_collision.slots[key1Slot], nullptr);
+    EXPECT_EQ(score, 100u);
+    EXPECT_EQ(highScore, 100u);
+    EXPECT_TRUE(EntryReads(g_scoreText, 1, "score:00100"));
+    EXPECT_TRUE(EntryReads(g_scoreText, 0, "High-score:00100"));
+    EXPECT_EQ(Find("exit01")->link, 0) << "a key is left";
+    player->position[0] = 200;
+    Tick();
+    EXPECT_EQ(score, 200u);
+    GameObject* doors[2] = {Find("exit01"), Find("exit02")};
+    for (GameObject* door : doors) {
+        EXPECT_EQ(door->link, 79) << "it rises in the tick the last key goes";
+        EXPECT_FLOAT_EQ(door->position[1], 1.0f);
+    }
+    Tick(79);
+    for (GameObject* door : doors) {
+        EXPECT_EQ(door->link, 0);
+        EXPECT_FLOAT_EQ(door->position[1], 80.0f);
+        EXPECT_FLOAT_EQ(g_collision.slots[SlotOf(door)]->boxes[0].offset[1], 80.0f);
+    }
+    Tick(5);
+    EXPECT_FLOAT_EQ(doors[0]->position[1], 80.0f);
+}
+
+TEST_F(HazardsTest, ADoorPushesThePlayerOutAndStopsItsVelocityOnThatAxis) {
+    Floor();
+    AddEntity("player", 0, 0, 0, 0);
+    AddEntity("exit01", 0, 0, 40);  // spans z 35 to 45
+    StartLevel();
+    Key(0x26, 1);  // up: walk +z into the door
+    Tick(30);
+    EXPECT_LE(player->position[2], 35.0f - 7.0f + 2.25f + 1e-3);
+    EXPECT_GT(player->position[2], 20.0f);
+    EXPECT_EQ(lives, 3);
+}
+
+TEST_F(HazardsTest, SpikesAndEnemiesKillAndTheRestartRebuildsEverything) {
+    Floor();
+    AddEntity("player", 0, 0, 0);
+    AddEntity("key01", 200, 0, 0);
+    AddEntity("spikes_left", 0, 0, 100);
+    StartLevel();
+    player->position[0] = 200;
+    Tick();
+    EXPECT_EQ(Find("key01"), nullptr);
+    player->position[0] = 0;
+    player->position[2] = 100;
+    air = 50;
+    Tick();
+    EXPECT_EQ(lives, 2);
+    ASSERT_NE(player, nullptr);
+    EXPECT_FLOAT_EQ(player->position[2], 0.0f);
+    EXPECT_NE(Find("key01"), nullptr) << "the key is back after the restart";
+    EXPECT_FLOAT_EQ(air, 100.0f);
+    EXPECT_EQ(score, 100u) << "points stay";
+    EXPECT_EQ(g_scene, SceneGame);
+}
+
+TEST_F(HazardsTest, TheLastLifeLostStartsTheGameOverScene) {
+    Floor();
+    AddEntity("player", 0, 0, 0);
+    AddEntity("enemy01", 0, 0, 0);
+    StartLevel();
+    lives = 1;
+    Tick();
+    EXPECT_EQ(lives, 0);
+    EXPECT_EQ(g_scene, SceneEnd);
+    EXPECT_STREQ(endScenePath, "levels\\end.vlc");
+    EXPECT_EQ(player, nullptr);
+}
+
+TEST_F(HazardsTest, AirRunsOutAfter3497TicksAndKills) {
+    Floor();
+    AddEntity("player", 0, 0, 0);
+    StartLevel();
+    Tick(3496);
+    EXPECT_EQ(lives, 3);
+    EXPECT_GT(air, 0.0f);
+    Tick();
+    EXPECT_EQ(lives, 2);
+    EXPECT_FLOAT_EQ(air, 100.0f);
+}
+
+TEST_F(HazardsTest, TheFinishFlashesBlueAndTheTallyCountsAirIntoPointsThenTheNextLevelLoads) {
+    AddPiece("Finish", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    AddEntity("player", 0, 0, 0);
+    StartLevel();
+    g_window.flashIntensity = 0;
+    Tick();
+    EXPECT_EQ(levelComplete, 1);
+    EXPECT_FLOAT_EQ(g_window.flashIntensity, 0.4f);
+    EXPECT_FLOAT_EQ(g_window.flashColour[2], 1.0f);
+    EXPECT_FLOAT_EQ(g_window.flashColour[0], 0.0f);
+    air = 40.0f;
+    int expectedCountdown[8] = {3, 2, 1, 0, 3, 2, 1, 0};
+    int ticks = 0;
+    while (g_scene == SceneGame && ticks < 100) {
+        uint32_t before = score;
+        Tick();
+        ticks++;
+        if (g_scene != SceneGame) {
+            break;
+        }
+        EXPECT_EQ(score, before + 10) << "tick " << ticks;
+        if (ticks <= 8) {
+            EXPECT_EQ(tallyCountdown, expectedCountdown[ticks - 1]) << "tick " << ticks;
+        }
+        Key(0x26, 1);  // walking is off during the tally
+    }
+    EXPECT_GE(ticks, 50);
+    EXPECT_LE(ticks, 51);
+    EXPECT_EQ(level, 2);
+    // levels\02.vlc does not exist: the game is won.
+    EXPECT_EQ(g_scene, SceneEnd);
+    EXPECT_STREQ(endScenePath, "levels\\done.vlc");
+    EXPECT_FLOAT_EQ(g_window.flashColour[2], 1.0f) << "the won scene keeps the blue flash";
+    EXPECT_FLOAT_EQ(g_window.flashIntensity, 1.0f);
+}
+
+TEST_F(HazardsTest, TouchingSpikesDuringTheTallyStillKills) {
+    AddPiece("finish", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    AddEntity("player", 0, 0, 0);
+    AddEntity("spikes", 0, 0, 200);
+    StartLevel();
+    Tick(2);
+    ASSERT_EQ(levelComplete, 1);
+    player->position[2] = 200;
+    player->position[1] = 10;  // off the finish, onto the spikes
+    Tick();
+    EXPECT_EQ(lives, 2);
+    EXPECT_EQ(levelComplete, 0);
+}
+
+TEST_F(HazardsTest, ACollapsingPlatformCarriesSixTicksAndIsGoneOnTheSixth) {
+    AddEntity("player", 0, 50, 0);
+    AddEntity("collapse01", 0, 50, 0);
+    StartLevel();
+    GameObject* platform = Find("collapse01");
+    int slot = SlotOf(platform);
+    for (int t = 1; t <= 5; t++) {
+        Tick();
+        ASSERT_EQ(objects[slot], platform) << "tick " << t;
+        EXPECT_FLOAT_EQ(platform->position[1], 50.0f - 0.5f * t);
+        EXPECT_FLOAT_EQ(platform->animTime, 1.5f * t);
+        EXPECT_EQ(platform->currentFrame, static_cast<int>(1.5f * t)) << "it plays its frames";
+    }
+    Tick();
+    EXPECT_EQ(objects[slot], nullptr);
+    EXPECT_EQ(g_collision.slots[slot], nullptr);
+    float y = player->position[1];
+    Tick(3);
+    EXPECT_LT(player->position[1], y) << "the player falls";
+}
+
+TEST_F(HazardsTest, ACollapsingPlatformAtMinusTenNeverGivesWay) {
+    AddEntity("player", 0, -10, 0);
+    AddEntity("collapse01", 0, -10, 0);
+    StartLevel();
+    GameObject* platform = Find("collapse01");
+    Tick(20);
+    EXPECT_EQ(Find("collapse01"), platform);
+    EXPECT_FLOAT_EQ(platform->position[1], -10.0f);
+    EXPECT_FLOAT_EQ(platform->animTime, 0.0f);
+    EXPECT_EQ(onGround, 1);
+}
+
+TEST_F(HazardsTest, ScoresPrintAtLeastFiveDigitsAndTheLevelStartSpellsScoreWithACapital) {
+    Floor();
+    AddEntity("player", 0, 0, 0);
+    score = 123456;
+    highScore = 200000;
+    StartLevel();
+    ShowLevelStartScores();
+    EXPECT_TRUE(EntryReads(g_scoreText, 1, "Score:123456"));
+    AddScore(100);
+    EXPECT_TRUE(EntryReads(g_scoreText, 1, "score:123556"));
+    EXPECT_TRUE(EntryReads(g_scoreText, 0, "High-score:200000"));
+    EXPECT_EQ(highScore, 200000u);
+    AddScore(100000);
+    EXPECT_EQ(highScore, 223556u);
+}
+
+}  // namespace

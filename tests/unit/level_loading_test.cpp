@@ -1,0 +1,184 @@
+// Level loading: the entity-kind table with its prefixes and narrowed boxes,
+// the files a level number names, the restart that keeps the location, and
+// the two ways into the closing scenes.
+#include "game/level_loading.h"
+
+#include <cstring>
+
+#include "app/gl_window.h"
+#include "app/scene_camera.h"
+#include "app/scene_hooks.h"
+#include "game/collision_world.h"
+#include "game/game_object.h"
+#include "game/game_state.h"
+#include "game_fixture.h"
+#include "resources/location.h"
+#include "resources/model_shapes.h"
+#include "ui/text_batch.h"
+
+namespace {
+
+class LevelLoadingTest : public test::GameFixture {};
+
+TEST_F(LevelLoadingTest, EntityNamesPickTheirKindModelTextureAndBox) {
+    WriteBoxModel("enemy02.vmd", -10, 0, -10, 10, 20, 10);
+    AddEntity("player", 1, 2, 3, 45);
+    AddEntity("spikes_left", 10, 0, 0);
+    AddEntity("spik", 20, 0, 0);
+    AddEntity("keyA", 30, 0, 0);
+    AddEntity("exit_main", 40, 0, 0);
+    AddEntity("platformX", 50, 0, 0);
+    AddEntity("collapse_1", 60, 0, 0);
+    AddEntity("foot", 70, 50, 0);
+    AddEntity("light_blue", 80, 0, 0);
+    AddEntity("enemy02", 90, 0, 0);
+    AddEntity("enemy02_route00", 95, 5, 0);
+    AddEntity("enemy02_route01", 99, 5, 0);
+    AddEntity("enemy_without_model", 0, 0, 0);
+    StartLevel();
+    struct Expect {
+        const char* name;
+        const char* type;
+        const char* texture;
+        float halfWidth;  // x of the box's max corner
+    } expected[] = {
+        {"player", "player", "delver.tga", 7},
+        {"spikes_left", "spikes", "nettle.tga", 7},
+        {"keyA", "key", "key_czone.tga", 5},
+        {"exit_main", "exit", "door.tga", 20},
+        {"platformX", "platform", "textures\\01\\platform.tga", 30},
+        {"collapse_1", "collapse", "textures\\01\\platform.tga", 21},
+        {"foot", "foot", "foot.tga", 14},
+        {"enemy02", "enemy", "enemy02.tga", 7},
+    };
+    int count = 0;
+    for (GameObject* object : objects) {
+        count += object != nullptr;
+    }
+    EXPECT_EQ(count, 8) << "spik, the light, route points and an enemy without a model make nothing";
+    for (const Expect& e : expected) {
+        GameObject* object = Find(e.name);
+        ASSERT_NE(object, nullptr) << e.name;
+        EXPECT_STREQ(object->type, e.type);
+        EXPECT_STREQ(object->texture, e.texture);
+        int slot = SlotOf(object);
+        ASSERT_NE(g_collision.slots[slot], nullptr);
+        const CollisionBox& box = g_collision.slots[slot]->boxes[0];
+        EXPECT_EQ(box.active, 1);
+        EXPECT_FLOAT_EQ(box.max[0], e.halfWidth) << e.name;
+        EXPECT_FLOAT_EQ(box.min[0], -e.halfWidth) << e.name;
+    }
+    EXPECT_EQ(player, Find("player"));
+    EXPECT_EQ(playerIndex, SlotOf(player));
+    EXPECT_FLOAT_EQ(player->rotation[1], 45.0f);
+    GameObject* foot = Find("foot");
+    EXPECT_FLOAT_EQ(foot->position[1], 450.0f);
+    EXPECT_EQ(foot->counter, 66u);
+    GameObject* enemy = Find("enemy02");
+    EXPECT_EQ(enemy->onRoute, 1);
+    EXPECT_FLOAT_EQ(enemy->position[0], 95.0f);
+    EXPECT_EQ(enemy->link, 10) << "the entity index of enemy02_route00";
+    // The foot is the last camera-placed row: 10 ahead of it along yaw 0.
+    EXPECT_FLOAT_EQ(g_camera.position.z, 10.0f);
+    EXPECT_FLOAT_EQ(g_camera.position.y, 450.0f);
+}
+
+TEST_F(LevelLoadingTest, LongEntityNamesAreCutToNineteenCharacters) {
+    AddEntity("spikes_with_a_very_long_name_indeed", 0, 0, 0);
+    StartLevel();
+    GameObject* object = objects[0];
+    ASSERT_NE(object, nullptr);
+    EXPECT_STREQ(object->name, "spikes_with_a_very_");
+    EXPECT_STREQ(object->type, "spikes");
+}
+
+TEST_F(LevelLoadingTest, AKindWhoseModelIsMissingLeavesAnEmptyObjectThatTakesPartInNothing) {
+    std::remove((dataDir + "/door.vmd").c_str());
+    AddEntity("exit01", 0, 0, 0);
+    AddEntity("key01", 0, 0, 0);
+    StartLevel();
+    ASSERT_NE(objects[0], nullptr);
+    EXPECT_STREQ(objects[0]->type, "");
+    EXPECT_STREQ(objects[0]->name, "");
+    EXPECT_EQ(g_collision.slots[0], nullptr);
+    EXPECT_STREQ(objects[1]->type, "key");
+}
+
+TEST_F(LevelLoadingTest, RoutePointsAreFoundByExactNameWithTwoDigits) {
+    AddEntity("enemy07_route00", 0, 0, 0);
+    AddEntity("enemy07_route1", 0, 0, 0);
+    AddEntity("Enemy07_route02", 0, 0, 0);
+    AddEntity("enemy07_route10", 0, 0, 0);
+    int32_t index = -1;
+    EXPECT_EQ(FindRoutePoint("enemy07", 0, &index), 1);
+    EXPECT_EQ(index, 0);
+    index = 99;
+    EXPECT_EQ(FindRoutePoint("enemy07", 1, &index), 0);
+    EXPECT_EQ(index, 99) << "unchanged when nothing matches";
+    EXPECT_EQ(FindRoutePoint("enemy07", 2, &index), 0) << "case counts";
+    EXPECT_EQ(FindRoutePoint("enemy07", 10, &index), 1);
+    EXPECT_EQ(index, 3);
+}
+
+TEST_F(LevelLoadingTest, ANewLevelNumberReadsItsFileAndARestartKeepsTheLocation) {
+    Location source;
+    strcpy(source.name, "Second Cavern");
+    LocationEntity* entity = new LocationEntity;
+    strcpy(entity->name, "player");
+    entity->params = strdup("");
+    entity->position[0] = 40;
+    source.entities[source.entityCount++] = entity;
+    SaveLocation(source, "07.vlc");
+    level = 7;
+    air = 3;
+    StartLevel();
+    EXPECT_EQ(loadedLevel, 7);
+    EXPECT_EQ(g_scene, SceneGame);
+    EXPECT_STREQ(g_location.name, "Second Cavern");
+    EXPECT_TRUE(EntryReads(g_levelTitleText, 0, "Second Cavern"));
+    EXPECT_TRUE(EntryReads(g_scoreText, 1, "Score:00000"));
+    ASSERT_NE(player, nullptr);
+    EXPECT_FLOAT_EQ(player->position[0], 40.0f);
+    EXPECT_FLOAT_EQ(air, 100.0f);
+    EXPECT_EQ(onGround, 1);
+    EXPECT_FLOAT_EQ(lastGround[0], 40.0f);
+    // A restart does not read the file again: an entity added in memory appears.
+    AddEntity("key01", 0, 0, 0);
+    std::remove((dataDir + "/levels/07.vlc").c_str());
+    lives = 2;
+    StartLevel();
+    EXPECT_EQ(g_scene, SceneGame);
+    EXPECT_NE(Find("key01"), nullptr);
+    // From the title menu the file is read even for the same number.
+    g_scene = SceneMenu;
+    StartLevel();
+    EXPECT_EQ(g_scene, SceneEnd);
+    EXPECT_STREQ(endScenePath, "levels\\done.vlc");
+}
+
+TEST_F(LevelLoadingTest, NoLivesLeftStartsTheGameOverSceneWithoutRebuilding) {
+    AddEntity("player", 0, 0, 0);
+    StartLevel();
+    GameObject* before = player;
+    lives = 0;
+    g_window.flashColour[0] = 0.25f;
+    StartLevel();
+    EXPECT_EQ(g_scene, SceneEnd);
+    EXPECT_STREQ(endScenePath, "levels\\end.vlc");
+    EXPECT_FLOAT_EQ(g_window.flashColour[0], 0.25f) << "no white flash for the game over";
+    (void)before;
+}
+
+TEST_F(LevelLoadingTest, ObjectsBeyondSlot127HaveNoCollisionShape) {
+    for (int i = 0; i < 130; i++) {
+        AddEntity("key", static_cast<float>(i), 0, 0);
+    }
+    StartLevel();
+    EXPECT_NE(objects[127], nullptr);
+    EXPECT_NE(g_collision.slots[127], nullptr);
+    ASSERT_NE(objects[128], nullptr);
+    EXPECT_STREQ(objects[128]->type, "key");
+    EXPECT_EQ(objects[129]->position[0], 129.0f);
+}
+
+}  // namespace

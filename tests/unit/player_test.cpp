@@ -1,0 +1,337 @@
+// The player's physics tick by tick in small levels built in code: the jump's
+// rise and peak, one jump per press, walking, walking off a ledge, the 80/90
+// fall rule, conveyors, platform objects that sink and lift, the jump probe
+// and the assist, the joystick, and the animation's frame ranges.
+#include "game/player.h"
+
+#include <cmath>
+#include <cstdio>
+
+#include "app/gl_window.h"
+#include "app/scene_camera.h"
+#include "game/collision_world.h"
+#include "game/game_object.h"
+#include "game/game_state.h"
+#include "game/particles.h"
+#include "game_fixture.h"
+#include "platform/sys_joystick.h"
+#include "platform/sys_keys.h"
+
+namespace {
+
+class PlayerTest : public test::GameFixture {
+protected:
+    // A wide floor whose top is at height 0 and a player standing on it.
+    void FloorLevel(float x, float z, float yaw) {
+        AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+        AddEntity("player", x, 0, z, yaw);
+        StartLevel();
+        ASSERT_NE(player, nullptr);
+    }
+};
+
+TEST_F(PlayerTest, JumpRisesFor24TicksToPeakAt58Point9AndJumpsOncePerPress) {
+    FloorLevel(0, 0, 0);
+    Tick(3);
+    EXPECT_NEAR(player->position[1], 0.0f, 1e-4);
+    EXPECT_EQ(onGround, 1);
+    Key(VK_SPACE, 1);
+    float last = player->position[1];
+    int rising = 0;
+    float peak = 0;
+    for (int t = 0; t < 30; t++) {
+        Tick();
+        if (t == 0) {
+            EXPECT_EQ(player->state, 2);
+            EXPECT_EQ(g_window.keys[VK_SPACE], 0) << "a jump takes the key's flag";
+        }
+        if (player->position[1] > last) {
+            rising++;
+        }
+        last = player->position[1];
+        peak = fmaxf(peak, last);
+    }
+    EXPECT_EQ(rising, 24);
+    EXPECT_NEAR(peak, 58.9f, 1e-3);
+    // Down again and standing: no second jump without a new press.
+    Tick(40);
+    EXPECT_EQ(onGround, 1);
+    EXPECT_NEAR(player->position[1], 0.0f, 1e-3);
+    float ground = player->position[1];
+    Tick(30);
+    EXPECT_NEAR(player->position[1], ground, 1e-3);
+    EXPECT_EQ(player->state, 0) << "the landing animation ends the jump state";
+}
+
+TEST_F(PlayerTest, AFastRiseLeavesTwoFlameParticlesPerTick) {
+    FloorLevel(0, 0, 0);
+    Tick();
+    Key(VK_SPACE, 1);
+    Tick();
+    int live = 0;
+    for (const Particle& p : particles) {
+        live += p.active;
+    }
+    EXPECT_EQ(live, 2);
+    Tick();
+    live = 0;
+    for (const Particle& p : particles) {
+        live += p.active;
+    }
+    EXPECT_EQ(live, 4);
+}
+
+TEST_F(PlayerTest, WalkingMovesTwoAndAQuarterAlongTheYawAndTurningIsFourAndAHalf) {
+    FloorLevel(0, 0, 90);
+    Tick();
+    Key(VK_UP, 1);
+    float x0 = player->position[0];
+    Tick(10);
+    EXPECT_NEAR(player->position[0] - x0, 22.5f, 1e-3);
+    EXPECT_NEAR(player->position[2], 0.0f, 1e-3);
+    EXPECT_EQ(player->state, 1);
+    Key(VK_UP, 0);
+    Tick();
+    EXPECT_EQ(player->state, 0) << "running lasts only while a key is held";
+    Key(VK_LEFT, 1);
+    Tick(2);
+    EXPECT_FLOAT_EQ(player->rotation[1], 99.0f);
+    Key(VK_RIGHT, 1);
+    Tick(2);
+    EXPECT_FLOAT_EQ(player->rotation[1], 99.0f) << "both keys cancel";
+    Key(VK_LEFT, 0);
+    Key(VK_RIGHT, 0);
+    Key(VK_DOWN, 1);
+    float x1 = player->position[0], z1 = player->position[2];
+    Tick(4);
+    EXPECT_NEAR(player->position[0] - x1, -4.0f * sinf(99 * kDegToRad), 1e-3) << "one unit back per tick";
+    EXPECT_NEAR(player->position[2] - z1, -4.0f * cosf(99 * kDegToRad), 1e-3);
+}
+
+TEST_F(PlayerTest, WalkingOffALedgeDropsStraightDown) {
+    AddPiece("ledge", "textures\\01\\rock.tga", -400, -100, -400, 50, 0, 400);
+    AddEntity("player", 30, 0, 0, 90);
+    StartLevel();
+    Key(VK_UP, 1);
+    float airborneX = 0;
+    int airborneTicks = 0;
+    for (int t = 0; t < 40; t++) {
+        Tick();
+        if (!onGround) {
+            if (airborneTicks == 0) {
+                airborneX = player->position[0];
+            }
+            airborneTicks++;
+            EXPECT_FLOAT_EQ(player->position[0], airborneX) << "tick " << t;
+        }
+    }
+    EXPECT_GT(airborneTicks, 10);
+    EXPECT_LT(player->position[1], -20.0f);
+    EXPECT_GT(airborneX, 50.0f + 7.0f - 2.25f) << "off the ledge only once the narrowed box has left it";
+}
+
+TEST_F(PlayerTest, AFallBelow80LandsFrom80To90SinksAndBeyond90Kills) {
+    // From 75 the floor is met after a drop of 75.6: a landing.
+    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    AddEntity("player", 0, 75, 0);
+    StartLevel();
+    Tick(28);
+    EXPECT_EQ(onGround, 1);
+    EXPECT_EQ(lives, 3);
+    EXPECT_NEAR(player->position[1], 0.0f, 1e-3);
+}
+
+TEST_F(PlayerTest, AFallOf81NeitherLandsNorKillsAndTheNextContactPast90Kills) {
+    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    AddEntity("player", 0, 80, 0);
+    StartLevel();
+    // Heights after n ticks are 80 - 0.1 n (n - 1): tick 29 meets the floor 81.2 below the start.
+    Tick(29);
+    EXPECT_EQ(onGround, 0);
+    EXPECT_NEAR(player->position[1], 80.0f - 81.2f, 1e-3);
+    Tick();  // 87 below: still neither
+    EXPECT_EQ(onGround, 0);
+    EXPECT_EQ(lives, 3);
+    Tick();  // 93 below: dead, and the level restarts
+    EXPECT_EQ(lives, 2);
+    ASSERT_NE(player, nullptr);
+    EXPECT_FLOAT_EQ(player->position[1], 80.0f);
+    EXPECT_FLOAT_EQ(air, 100.0f);
+    EXPECT_FLOAT_EQ(g_window.flashIntensity, 1.0f);
+}
+
+TEST_F(PlayerTest, AConveyorCarriesAlongMinusZFacing180AndOnlyTheBackStepWorks) {
+    AddPiece("belt", "textures\\01\\conveyer.tga", -100, -10, -400, 100, 0, 400);
+    AddEntity("player", 0, 0, 0, 45);
+    StartLevel();
+    Tick(2);
+    EXPECT_EQ(onConveyor, 1);
+    EXPECT_FLOAT_EQ(player->rotation[1], 180.0f);
+    float z0 = player->position[2];
+    Key(VK_UP, 1);
+    Key(VK_LEFT, 1);
+    Tick(5);
+    EXPECT_NEAR(player->position[2] - z0, -10.0f, 1e-3);
+    EXPECT_FLOAT_EQ(player->rotation[1], 180.0f);
+    EXPECT_NEAR(player->position[0], 0.0f, 1e-3);
+    Key(VK_UP, 0);
+    Key(VK_LEFT, 0);
+    Key(VK_DOWN, 1);
+    float z1 = player->position[2];
+    Tick(5);
+    EXPECT_NEAR(player->position[2] - z1, 5.0f, 1e-3) << "back-stepping against the belt";
+}
+
+TEST_F(PlayerTest, WallsPushOutAndPlatformTexturedPiecesArePassedThroughFromBelow) {
+    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    AddPiece("wall", "textures\\01\\rock.tga", 30, 0, -100, 60, 100, 100);
+    AddPiece("shelf", "textures\\01\\platform.tga", -100, 30, 100, 100, 35, 300);
+    AddEntity("player", 0, 0, 0, 90);
+    StartLevel();
+    Key(VK_UP, 1);
+    Tick(30);
+    EXPECT_LE(player->position[0], 30.0f - 7.0f + 1e-3) << "the wall stops the narrowed box";
+    Key(VK_UP, 0);
+    // Under the shelf, jump: the platform texture lets the head through and holds the landing.
+    player->position[0] = 0;
+    player->position[2] = 200;
+    Tick(2);
+    Key(VK_SPACE, 1);
+    Tick(60);
+    EXPECT_EQ(onGround, 1);
+    EXPECT_NEAR(player->position[1], 35.0f, 1e-3);
+}
+
+TEST_F(PlayerTest, StandingOnAPlatformObjectSinksItToMinusTenAndABumpLiftsIt) {
+    AddEntity("player", 0, 50, 0);
+    AddEntity("platform01", 0, 50, 0);
+    StartLevel();
+    GameObject* platform = Find("platform01");
+    ASSERT_NE(platform, nullptr);
+    Tick();
+    EXPECT_FLOAT_EQ(platform->position[1], 49.0f);
+    EXPECT_EQ(onGround, 1);
+    Tick(80);
+    EXPECT_FLOAT_EQ(platform->position[1], -10.0f);
+    EXPECT_NEAR(player->position[1], -10.0f, 2.5f) << "the player rides it down";
+    EXPECT_EQ(lives, 3) << "a long ride on a platform object is no fall";
+}
+
+TEST_F(PlayerTest, BumpingAPlatformObjectFromBelowLiftsItByTheOverlap) {
+    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    AddEntity("player", 0, 0, 0);
+    AddEntity("platform01", 0, 50, 0);  // its box spans 45 to 50; the head reaches 98.9
+    StartLevel();
+    GameObject* platform = Find("platform01");
+    Tick();
+    Key(VK_SPACE, 1);
+    float before = platform->position[1];
+    int lifted = 0;
+    for (int t = 0; t < 10; t++) {
+        Tick();
+        lifted += platform->position[1] > before;
+    }
+    EXPECT_GT(lifted, 0);
+    EXPECT_GT(platform->position[1], 50.0f);
+    const CollisionBox& box = g_collision.slots[SlotOf(platform)]->boxes[0];
+    EXPECT_FLOAT_EQ(box.offset[1], platform->position[1]) << "the box follows";
+}
+
+TEST_F(PlayerTest, JumpProbeLandsOnAPieceOrReturnsTheStartWhenItNeverLands) {
+    AddPiece("start", "textures\\01\\rock.tga", -20, -10, -20, 20, 0, 20);
+    AddPiece("far", "textures\\01\\rock.tga", -50, -30, 90, 50, -20, 120);
+    AddEntity("player", 0, 0, 0, 0);
+    StartLevel();
+    float landing[3];
+    JumpProbe(player->position, 0, landing);
+    EXPECT_LE(landing[1], -20.0f);
+    EXPECT_GT(landing[1], -20.0f - 8.0f) << "within one tick's fall of the top";
+    EXPECT_GT(landing[2], 90.0f - 7.0f);
+    JumpProbe(player->position, 180, landing);  // into the void
+    EXPECT_FLOAT_EQ(landing[0], player->position[0]);
+    EXPECT_FLOAT_EQ(landing[1], player->position[1]);
+    EXPECT_FLOAT_EQ(landing[2], player->position[2]);
+    const CollisionBox& box = g_collision.slots[playerIndex]->boxes[0];
+    EXPECT_FLOAT_EQ(box.offset[2], player->position[2]) << "the probe puts the box back";
+}
+
+TEST_F(PlayerTest, TheJumpAssistTurnsToTheFirstYawWithASafeLanding) {
+    // A deep floor everywhere, 85 below the take-off, and one small block 20 below it on the
+    // line of yaw + 10, 117 units out. The last ground was 15 below the take-off, so the deep
+    // floor counts as a landing for the probe but as an unsafe drop for the assist.
+    AddPiece("deep", "textures\\01\\rock.tga", -600, -200, -600, 600, -85, 600);
+    AddPiece("start", "textures\\01\\rock.tga", -8, -10, -8, 8, 0, 8);
+    float bx = 117.0f * sinf(10 * kDegToRad), bz = 117.0f * cosf(10 * kDegToRad);
+    AddPiece("block", "textures\\01\\rock.tga", bx - 2, -30, bz - 2, bx + 2, -20, bz + 2);
+    AddEntity("player", 0, 0, 0, 0);
+    StartLevel();
+    Tick();
+    lastGround[1] = -15.0f;
+    float straight[3];
+    JumpProbe(player->position, 0, straight);
+    ASSERT_LT(straight[1], -85.0f) << "the straight jump lands on the deep floor";
+    onGround = 1;
+    player->velocity[2] = 2.25f;  // running
+    Key(VK_UP, 1);
+    Key(VK_SPACE, 1);
+    ReadPlayerInput();
+    EXPECT_FLOAT_EQ(player->rotation[1], 10.0f);
+    EXPECT_NEAR(player->velocity[0], 2.25f * sinf(10 * kDegToRad), 1e-4);
+    EXPECT_NEAR(player->velocity[2], 2.25f * cosf(10 * kDegToRad), 1e-4);
+    EXPECT_EQ(player->state, 2);
+}
+
+TEST_F(PlayerTest, TheStickWalksRelativeToTheCameraAndACentredStickDoesNothing) {
+    FloorLevel(0, 0, 0);
+    Tick();
+    static SysJoystickState stick;
+    g_readJoystick = [](SysJoystickState* out) {
+        *out = stick;
+        return 1;
+    };
+    stick.x = 32767;  // (32767 / 65535 - 0.5) * 2 is within the dead zone
+    stick.y = 32767;
+    float yaw = player->rotation[1];
+    Tick();
+    EXPECT_EQ(g_window.keys[VK_UP], 0);
+    EXPECT_FLOAT_EQ(player->rotation[1], yaw);
+    // Full right: a = 90, the player faces the camera's yaw minus 90 and walks.
+    stick.x = 65535;
+    float cameraYaw = g_camera.yaw;
+    Tick();
+    EXPECT_EQ(g_window.keys[VK_UP], 1);
+    EXPECT_NEAR(player->rotation[1], cameraYaw - 90.0f, 1e-3);
+    EXPECT_EQ(player->state, 1);
+    // Back to the centre: the stick lets go of the up key it held.
+    stick.x = 32767;
+    Tick();
+    EXPECT_EQ(g_window.keys[VK_UP], 0);
+    g_readJoystick = nullptr;
+}
+
+TEST_F(PlayerTest, AnimationLoopsStandingRunningAndHoldsTheJumpUntilTheGround) {
+    FloorLevel(0, 0, 0);
+    Tick();
+    float t0 = player->animTime;
+    for (int i = 0; i < 100; i++) {
+        Tick();
+        EXPECT_GE(player->animTime, 0.0f);
+        EXPECT_LT(player->animTime, 12.0f);
+    }
+    EXPECT_NE(player->animTime, t0);
+    Key(VK_UP, 1);
+    for (int i = 0; i < 100; i++) {
+        Tick();
+        EXPECT_GE(player->animTime, 12.0f);
+        EXPECT_LT(player->animTime, 23.0f);
+    }
+    Key(VK_UP, 0);
+    Key(VK_SPACE, 1);
+    Tick();
+    EXPECT_NEAR(player->animTime, 23.35f, 1e-4);
+    Tick(22);
+    EXPECT_FLOAT_EQ(player->animTime, 30.0f) << "held at 30 while in the air";
+    EXPECT_EQ(player->currentFrame, 30);
+}
+
+}  // namespace
