@@ -10,6 +10,7 @@
 #include "audio/music_player.h"
 #include "audio/sound_system.h"
 #include "game/collision_world.h"
+#include "game/demo.h"
 #include "game/game_state.h"
 #include "net/net_endpoint.h"
 #include "render/lightmap_batch.h"
@@ -54,3 +55,6 @@ Location g_location;             // 27
 // The frame timer has no constructor: it is zero before anything runs, so its place
 // in the order does not matter.
 FrameTimer g_timer;
+
+// The demo recorder and player: created after every service it drives and destroyed before them.
+DemoDriver g_demo;

@@ -12,6 +12,8 @@
 #include "game/level_loading.h"
 #include "game/score.h"
 
+const char* g_deathCause = "";
+
 void KillPlayer() {
     if (player) {
         PlayGameSoundAt(SoundDie, player->position, 1.0f);
@@ -50,6 +52,7 @@ int AirStep() {
         return 0;
     }
     if (!levelComplete) {
+        g_deathCause = "air";
         KillPlayer();
     } else {
         level += 1;

@@ -3,6 +3,9 @@
 // drains the air or, after the finish, tallies it into points.
 #pragma once
 
+// What killed the player last: "spikes", "enemy", "fall" or "air" (for replays and reports).
+extern const char* g_deathCause;
+
 // Every death: the die sound, one life less, and the level restarts (or the game-over scene).
 void KillPlayer();
 // The finish: music off, a blue flash, the level complete; the tally starts next tick.

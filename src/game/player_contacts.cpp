@@ -49,6 +49,7 @@ static int TouchPiece(const LocationPiece* piece) {
     } else if (side == 5 && player->velocity[1] > 0 && drop < 80.0f) {
         LandOnPiece(piece, push);
     } else if (side == 5 && drop > 90.0f) {
+        g_deathCause = "fall";
         KillPlayer();
         return 1;
     }
@@ -142,6 +143,7 @@ int CollidePlayerWithObjects() {
         } else if (strcmp(type, "exit") == 0) {
             TouchDoor();
         } else if (strcmp(type, "spikes") == 0 || strcmp(type, "enemy") == 0) {
+            g_deathCause = strcmp(type, "spikes") == 0 ? "spikes" : "enemy";
             KillPlayer();
             return 1;
         } else if (strcmp(type, "key") == 0) {

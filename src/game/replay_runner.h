@@ -1,0 +1,14 @@
+// The headless replay runner behind vantle-sim: plays a replay from its
+// recorded start with no window and no sound, as fast as the machine goes,
+// until its inputs end or the game leaves the level scenes, and reports one
+// line per event: a level's tally ending, a death, the closing scene. The
+// last line is the outcome.
+#pragma once
+
+// Receives each report line (no newline).
+typedef void (*ReplayReport)(const char* line, void* context);
+
+// Runs the replay loaded into g_demo; returns the number of ticks run.
+unsigned int RunLoadedReplay(ReplayReport report, void* context);
+// Loads a replay file and runs it; the ticks run, or -1 with the load error reported.
+int RunReplayFile(const char* path, ReplayReport report, void* context);
