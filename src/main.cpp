@@ -3,8 +3,10 @@
 // Arguments are ignored.
 #include "app/main_loop.h"
 #include "app/net_hooks.h"
+#include "game/game_hooks.h"
 
 int main() {
     InstallNetHooks();
+    InstallGameHooks();
     return VantleMain();
 }

@@ -227,7 +227,8 @@ static int RunCommand(const char* word, CommandLine& line) {
     } else if (!strcasecmp(word, "DEBUG_FRUSTUM")) {
         FlagCommand(line, &w.frustumFlag, "DEBUG_FRUSTUM <1/0> (%i)");
     } else {
-        return 0;
+        const char* rest = line.Next("");
+        return g_hooks.gameCommand ? g_hooks.gameCommand(word, rest ? rest : "") : 0;
     }
     return 1;
 }

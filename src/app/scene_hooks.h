@@ -78,6 +78,8 @@ struct EngineHooks {
     void (*lightmapBuild)();                 // "LMAP_BUILD": clear, bake, print
     float* (*lightmapQuality)();             // the played location's lightmap quality field
     void (*highScoreChanged)();              // sets the HUD's "High-score:%05i" line
+    // Commands of the game itself ("DEMO_RECORD", ...): word and the rest of the line; 1 when known.
+    int (*gameCommand)(const char* word, const char* arguments);
 };
 
 extern EngineHooks g_hooks;

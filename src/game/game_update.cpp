@@ -21,6 +21,7 @@
 #include "game/player.h"
 #include "platform/sys_keys.h"
 #include "resources/location.h"
+#include "resources/resource_manager.h"
 #include "ui/text_batch.h"
 
 // A debug key acts only in debug mode, and only then is its flag taken.
@@ -169,7 +170,7 @@ void UpdateGame() {
 }
 
 void InitGame() {
-    LoadGameSounds();
+    LoadGameSounds(&g_resources);
     g_levelTitleText.AddEntry("", 0, 0, 800, 25, 1.0f, 1);
     g_scoreText.AddEntry("", 190, 0, 800, 26, 1.0f, 0);
     g_scoreText.AddEntry("", 550, 0, 800, 26, 1.0f, 0);

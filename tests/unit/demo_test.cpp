@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "app/console.h"
 #include "app/gl_window.h"
 #include "app/random.h"
 #include "app/scene_hooks.h"
+#include "game/game_hooks.h"
 #include "game/game_object.h"
 #include "game/game_state.h"
 #include "game/player.h"
@@ -193,6 +195,45 @@ TEST_F(DemoTest, ABrokenReplayFileIsReportedWithItsLine) {
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_NE(lines[0].find("line 5"), std::string::npos) << lines[0];
     EXPECT_EQ(g_demo.mode, DemoIdle);
+}
+
+}  // namespace
+
+namespace {
+
+class DemoCommandTest : public DemoTest {};
+
+TEST_F(DemoCommandTest, ConsoleCommandsRecordStopAndPlayThroughTheGameTick) {
+    SaveLevelOne();
+    InstallGameHooks();
+    std::string file = dataDir + "/../console.replay";
+    ExecuteCommand("DEMO_RECORD");
+    EXPECT_STREQ(g_console.lines[0], "DEMO_RECORD <file> [level]");
+    EXPECT_EQ(g_demo.mode, DemoIdle);
+    ExecuteCommand(("DEMO_RECORD " + file + " 1").c_str());
+    ASSERT_EQ(g_demo.mode, DemoRecording);
+    Key(VK_UP, 1);
+    for (int t = 0; t < 30; t++) {
+        g_hooks.updateGame();
+    }
+    Key(VK_UP, 0);
+    g_hooks.updateGame();
+    float x = player->position[0];
+    ExecuteCommand("DEMO_STOP");
+    EXPECT_EQ(g_demo.mode, DemoIdle);
+    EXPECT_EQ(std::string(g_console.lines[1]).rfind("Demo saved to /", 0), 0u) << "a long path wraps";
+    EXPECT_FALSE(test::ReadFile(file).empty());
+    ExecuteCommand(("DEMO_PLAY " + file).c_str());
+    ASSERT_EQ(g_demo.mode, DemoPlaying);
+    for (int t = 0; t < 31; t++) {
+        g_hooks.updateGame();
+    }
+    EXPECT_FLOAT_EQ(player->position[0], x);
+    EXPECT_EQ(g_demo.mode, DemoIdle) << "the playback ends with its ticks";
+    ExecuteCommand("DEMO_PLAY nowhere.replay");
+    EXPECT_EQ(g_demo.mode, DemoIdle);
+    EXPECT_NE(std::string(g_console.lines[0]).find("nowhere.replay"), std::string::npos);
+    memset(&g_hooks, 0, sizeof(g_hooks));
 }
 
 }  // namespace
