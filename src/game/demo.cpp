@@ -172,7 +172,11 @@ void DemoDriver::AfterTick() {
     tick++;
     if (g_scene != SceneGame) {
         // The game is over: a demo covers the levels and ends with them.
+        int playing = mode == DemoPlaying;
         Stop();
+        if (playing) {
+            g_console.Print("Demo finished after %u ticks", tick);
+        }
         return;
     }
     if (mode == DemoRecording) {

@@ -21,12 +21,28 @@ static void ShowHighScore() {
     g_scoreText.Build();
 }
 
+// A demo asked for before start-up has finished (from autoexec.vbt) waits for its end: the
+// steps after the script set up the game and load the title scene, and would undo its start.
+static int s_startupDone;
+static char s_pendingCommand[16];
+static char s_pendingArguments[300];
+
+// The last step of start-up: the closing scene's reset, then a demo that was waiting.
+static void FinishGameStartup() {
+    InitClosingScene();
+    s_startupDone = 1;
+    if (s_pendingCommand[0]) {
+        GameCommand(s_pendingCommand, s_pendingArguments);
+        s_pendingCommand[0] = 0;
+    }
+}
+
 void InstallGameHooks() {
     g_hooks.updateGame = GameSceneTick;
     g_hooks.updateClosingScene = UpdateClosingScene;
     g_hooks.resetParticles = ResetParticles;
     g_hooks.loadGameSounds = InitGame;
-    g_hooks.resetClosingScene = InitClosingScene;
+    g_hooks.resetClosingScene = FinishGameStartup;
     g_hooks.releaseGameObjects = DeleteAllObjects;
     g_hooks.highScoreChanged = ShowHighScore;
     g_hooks.gameCommand = GameCommand;
@@ -51,6 +67,12 @@ int GameCommand(const char* word, const char* arguments) {
     char file[260];
     int startLevel = 1;
     FileAndLevel(arguments, file, sizeof(file), &startLevel);
+    int starts = !strcasecmp(word, "DEMO_RECORD") || !strcasecmp(word, "DEMO_PLAY");
+    if (starts && !s_startupDone && g_hooks.resetClosingScene == FinishGameStartup) {
+        CopyName(s_pendingCommand, word, sizeof(s_pendingCommand));
+        CopyName(s_pendingArguments, arguments, sizeof(s_pendingArguments));
+        return 1;
+    }
     if (!strcasecmp(word, "DEMO_RECORD")) {
         if (!file[0] || !g_demo.StartRecording(file, startLevel)) {
             g_console.Print("DEMO_RECORD <file> [level]");

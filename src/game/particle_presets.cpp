@@ -6,16 +6,9 @@
 
 #include "app/random.h"
 #include "game/particles.h"
+#include "resources/geometry.h"
 
 static const float kDegreesToRadians = 0.017453292f;
-
-// GEOMETRY-PENDING: replaced by MovePoint once the geometry helpers land.
-static void MovePoint(const float* origin, float* out, float yaw, float pitch, float distance) {
-    float h = yaw * kDegreesToRadians, p = pitch * kDegreesToRadians;
-    out[0] = origin[0] + distance * sinf(h) * cosf(p);
-    out[1] = origin[1] - distance * sinf(p);
-    out[2] = origin[2] + distance * cosf(h) * cosf(p);
-}
 
 // A preset starts white, fully opaque at birth and gone at death, with life 0.
 static ParticleSpawn BasePreset(const char* texture, float x, float y, float z) {
@@ -83,8 +76,11 @@ int SpawnSparkle(float x, float y, float z) {
     ParticleSpawn s = BasePreset("particle_star.tga", x, y, z);
     float yaw = static_cast<float>(15 - Rand() % 30);
     float pitch = static_cast<float>(100 - Rand() % 20);
-    float origin[3] = {0.0f, 0.0f, 0.0f};
-    MovePoint(origin, s.velocity, yaw, pitch, 1.5f);
+    Vec3 velocity = {0.0f, 0.0f, 0.0f};
+    MovePoint(velocity, velocity, yaw, pitch, 1.5f);
+    s.velocity[0] = velocity.x;
+    s.velocity[1] = velocity.y;
+    s.velocity[2] = velocity.z;
     s.sizeStart[0] = s.sizeStart[1] = 4.0f;
     s.sizeEnd[0] = s.sizeEnd[1] = 2.0f;
     s.lifeRate = 0.003f;

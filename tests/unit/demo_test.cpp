@@ -207,11 +207,12 @@ TEST_F(DemoCommandTest, ConsoleCommandsRecordStopAndPlayThroughTheGameTick) {
     SaveLevelOne();
     InstallGameHooks();
     std::string file = dataDir + "/../console.replay";
-    ExecuteCommand("DEMO_RECORD");
-    EXPECT_STREQ(g_console.lines[0], "DEMO_RECORD <file> [level]");
-    EXPECT_EQ(g_demo.mode, DemoIdle);
+    // From autoexec.vbt, before start-up has finished, the demo waits for its end.
     ExecuteCommand(("DEMO_RECORD " + file + " 1").c_str());
+    EXPECT_EQ(g_demo.mode, DemoIdle);
+    g_hooks.resetClosingScene();
     ASSERT_EQ(g_demo.mode, DemoRecording);
+    EXPECT_STREQ(endScenePath, "levels\\end.vlc");
     Key(VK_UP, 1);
     for (int t = 0; t < 30; t++) {
         g_hooks.updateGame();
@@ -230,6 +231,9 @@ TEST_F(DemoCommandTest, ConsoleCommandsRecordStopAndPlayThroughTheGameTick) {
     }
     EXPECT_FLOAT_EQ(player->position[0], x);
     EXPECT_EQ(g_demo.mode, DemoIdle) << "the playback ends with its ticks";
+    ExecuteCommand("DEMO_RECORD");
+    EXPECT_STREQ(g_console.lines[0], "DEMO_RECORD <file> [level]");
+    EXPECT_EQ(g_demo.mode, DemoIdle);
     ExecuteCommand("DEMO_PLAY nowhere.replay");
     EXPECT_EQ(g_demo.mode, DemoIdle);
     EXPECT_NE(std::string(g_console.lines[0]).find("nowhere.replay"), std::string::npos);
