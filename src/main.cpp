@@ -3,10 +3,12 @@
 // Arguments are ignored.
 #include "app/main_loop.h"
 #include "app/net_hooks.h"
+#include "app/resource_commands.h"
 #include "game/game_hooks.h"
 
 int main() {
     InstallNetHooks();
+    InstallResourceHooks();
     InstallGameHooks();
     return VantleMain();
 }
