@@ -37,13 +37,19 @@ static void FinishGameStartup() {
     }
 }
 
+// Shutdown: a recording still running is saved before the objects go.
+static void ShutdownGame() {
+    g_demo.Stop();
+    DeleteAllObjects();
+}
+
 void InstallGameHooks() {
     g_hooks.updateGame = GameSceneTick;
     g_hooks.updateClosingScene = UpdateClosingScene;
     g_hooks.resetParticles = ResetParticles;
     g_hooks.loadGameSounds = InitGame;
     g_hooks.resetClosingScene = FinishGameStartup;
-    g_hooks.releaseGameObjects = DeleteAllObjects;
+    g_hooks.releaseGameObjects = ShutdownGame;
     g_hooks.highScoreChanged = ShowHighScore;
     g_hooks.gameCommand = GameCommand;
 }

@@ -231,6 +231,17 @@ TEST_F(DemoCommandTest, ConsoleCommandsRecordStopAndPlayThroughTheGameTick) {
     }
     EXPECT_FLOAT_EQ(player->position[0], x);
     EXPECT_EQ(g_demo.mode, DemoIdle) << "the playback ends with its ticks";
+    // A recording still running when the program shuts down is saved.
+    std::string late = dataDir + "/../late.replay";
+    ExecuteCommand(("DEMO_RECORD " + late).c_str());
+    g_hooks.updateGame();
+    g_hooks.releaseGameObjects();
+    EXPECT_EQ(g_demo.mode, DemoIdle);
+    EXPECT_FALSE(test::ReadFile(late).empty());
+    for (GameObject* object : objects) {
+        EXPECT_EQ(object, nullptr);
+    }
+    player = nullptr;
     ExecuteCommand("DEMO_RECORD");
     EXPECT_STREQ(g_console.lines[0], "DEMO_RECORD <file> [level]");
     EXPECT_EQ(g_demo.mode, DemoIdle);
