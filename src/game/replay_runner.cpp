@@ -7,6 +7,7 @@
 #include "app/scene_hooks.h"
 #include "game/closing_scene.h"
 #include "game/demo.h"
+#include "game/game_object.h"
 #include "game/game_state.h"
 #include "game/game_update.h"
 #include "game/hazards.h"
@@ -55,7 +56,22 @@ static void ReportTick(const TickWatch& before, TickWatch& watch, unsigned int t
     watch.complete = levelComplete;
 }
 
-unsigned int RunLoadedReplay(ReplayReport report, void* context) {
+// Two decimals without "-0.00" for values that only miss zero by rounding.
+static float Tidy(float v) {
+    return v > -0.005f && v < 0.005f ? 0.0f : v;
+}
+
+static void TracePlayer(unsigned int t, ReplayReport report, void* context) {
+    if (!player) {
+        Report(report, context, "tick %u: no player", t);
+        return;
+    }
+    const float* p = player->position;
+    Report(report, context, "tick %u: %.2f %.2f %.2f yaw %.1f state %i ground %i air %.1f", t, Tidy(p[0]),
+           Tidy(p[1]), Tidy(p[2]), player->rotation[1], player->state, onGround, air);
+}
+
+unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace) {
     InitGame();
     InitClosingScene();
     g_deathCause = "";
@@ -69,6 +85,9 @@ unsigned int RunLoadedReplay(ReplayReport report, void* context) {
     for (; t < length && g_scene == SceneGame; t++) {
         TickWatch before = watch;
         GameSceneTick();
+        if (trace && g_scene == SceneGame) {
+            TracePlayer(t, report, context);
+        }
         ReportTick(before, watch, t, report, context);
     }
     g_demo.Stop();
@@ -79,10 +98,10 @@ unsigned int RunLoadedReplay(ReplayReport report, void* context) {
     return t;
 }
 
-int RunReplayFile(const char* path, ReplayReport report, void* context) {
+int RunReplayFile(const char* path, ReplayReport report, void* context, int trace) {
     if (!g_demo.replay.Load(path)) {
         Report(report, context, "%s: %s", path, g_demo.replay.error);
         return -1;
     }
-    return static_cast<int>(RunLoadedReplay(report, context));
+    return static_cast<int>(RunLoadedReplay(report, context, trace));
 }

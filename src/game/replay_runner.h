@@ -8,7 +8,9 @@
 // Receives each report line (no newline).
 typedef void (*ReplayReport)(const char* line, void* context);
 
-// Runs the replay loaded into g_demo; returns the number of ticks run.
-unsigned int RunLoadedReplay(ReplayReport report, void* context);
+// Runs the replay loaded into g_demo; returns the number of ticks run. With trace set, every tick
+// also reports "tick T: x y z yaw Y state S ground G air A" for the player (designers write
+// solutions by hand with it).
+unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace = 0);
 // Loads a replay file and runs it; the ticks run, or -1 with the load error reported.
-int RunReplayFile(const char* path, ReplayReport report, void* context);
+int RunReplayFile(const char* path, ReplayReport report, void* context, int trace = 0);

@@ -187,6 +187,21 @@ TEST_F(DemoTest, InputsThatEndInTheLevelSayWhereTheyStopped) {
     EXPECT_EQ(lines[0], "level 01: inputs ended at tick 10, score 0, air 99.7, lives 3");
 }
 
+TEST_F(DemoTest, TheTraceFollowsThePlayerTickByTick) {
+    SaveLevelOne();
+    Replay& r = g_demo.replay;
+    r.Clear();
+    r.length = 3;
+    ASSERT_EQ(r.AddEvent(1, ReplayKeyDown, VK_UP, 0, 0), 1);
+    std::vector<std::string> lines;
+    EXPECT_EQ(RunLoadedReplay(Collect, &lines, 1), 3u);
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[0], "tick 0: 0.00 0.00 0.00 yaw 90.0 state 0 ground 1 air 100.0");
+    EXPECT_EQ(lines[1], "tick 1: 2.25 0.00 0.00 yaw 90.0 state 1 ground 1 air 99.9");
+    EXPECT_EQ(lines[2], "tick 2: 4.50 0.00 0.00 yaw 90.0 state 1 ground 1 air 99.9");
+    EXPECT_EQ(lines[3].rfind("level 01: inputs ended at tick 3", 0), 0u) << lines[3];
+}
+
 TEST_F(DemoTest, ABrokenReplayFileIsReportedWithItsLine) {
     std::string file = dataDir + "/../broken.replay";
     ASSERT_TRUE(test::WriteText(file, "vantle2-replay 1\nlevel 1\nticks 10\n5 down UP\n3 up UP\n"));
