@@ -216,3 +216,42 @@ TEST_F(HazardsTest, ScoresPrintAtLeastFiveDigitsAndTheLevelStartSpellsScoreWithA
 }
 
 }  // namespace
+
+namespace {
+
+class DoorsWithoutKeysTest : public test::GameFixture {};
+
+TEST_F(DoorsWithoutKeysTest, NoKeyNeverOpensTheDoorButTheDebugKeyODoes) {
+    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    AddEntity("player", 0, 0, 0);
+    AddEntity("exit01", 0, 0, -300);
+    StartLevel();
+    Tick(100);
+    GameObject* door = Find("exit01");
+    EXPECT_EQ(door->link, 0);
+    EXPECT_FLOAT_EQ(door->position[1], 0.0f);
+    g_debug = 1;
+    Key('O', 1);
+    Tick();
+    EXPECT_EQ(door->link, 79);
+    EXPECT_FLOAT_EQ(door->position[1], 1.0f);
+}
+
+TEST_F(DoorsWithoutKeysTest, ARaisedDoorAndTakenKeysComeBackAfterADeath) {
+    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    AddEntity("player", 0, 0, 0);
+    AddEntity("key01", 0, 0, 0);
+    AddEntity("exit01", 0, 0, -300);
+    AddEntity("spikes", 200, 0, 0);
+    StartLevel();
+    Tick(10);
+    ASSERT_FLOAT_EQ(Find("exit01")->position[1], 10.0f);
+    player->position[0] = 200;
+    Tick();
+    EXPECT_EQ(lives, 2);
+    EXPECT_FLOAT_EQ(Find("exit01")->position[1], 0.0f);
+    EXPECT_EQ(Find("exit01")->link, 0);
+    EXPECT_NE(Find("key01"), nullptr);
+}
+
+}  // namespace
