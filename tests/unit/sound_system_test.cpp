@@ -272,3 +272,25 @@ TEST(SoundStartup, LogsTheDeviceAndLoadsTheGameSoundsThatExist) {
     EXPECT_EQ(g_sound.buffers[SoundDie], 0u);
     EXPECT_EQ(g_sound.Play(SoundJump, 0), 1);
 }
+
+// The content build's ten effects: every one is a WAV the loader takes, so no game sound is silent.
+TEST(ShippedSounds, AllTenGameSoundsLoadIntoTheirSlots) {
+    std::string data = std::string(VANTLE_RUN_DIR) + "/data";
+    ResourceManager resources;
+    snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+    if (!resources.Open("sound\\jump01.wav")) {
+        GTEST_SKIP() << "no sound\\jump01.wav in " << data << " (content not built)";
+    }
+    if (!g_sound.device) {
+        ASSERT_EQ(g_sound.Init(), 1);
+    }
+    EXPECT_EQ(LoadGameSounds(&resources), 10);
+    for (int slot = SoundRun1; slot <= SoundBlip; slot++) {
+        ASSERT_NE(g_sound.buffers[slot], 0u) << "slot " << slot;
+        ALint size = BufferInt(g_sound.buffers[slot], AL_SIZE);
+        ALint rate = BufferInt(g_sound.buffers[slot], AL_FREQUENCY);
+        EXPECT_GT(size, 0) << "slot " << slot;
+        EXPECT_GE(rate, 8000) << "slot " << slot;
+    }
+    EXPECT_EQ(g_sound.buffers[SoundBlip + 1], 0u);
+}
