@@ -1,6 +1,7 @@
 // The entry point: everything happens in VantleMain (the start-up order, the
 // main loop and shutdown live in app/); the subsystems plug in first.
 // Arguments are ignored.
+#include "app/audio_hooks.h"
 #include "app/main_loop.h"
 #include "app/net_hooks.h"
 #include "app/resource_commands.h"
@@ -9,6 +10,7 @@
 int main() {
     InstallNetHooks();
     InstallResourceHooks();
+    InstallAudioHooks();
     InstallGameHooks();
     return VantleMain();
 }

@@ -13,9 +13,9 @@ class ResourceManager;
 
 class MusicPlayer {
 public:
-    static const unsigned int kCut = 0;
-    static const unsigned int kFade = 1;
-    static const unsigned int kSlide = 2;
+    static constexpr unsigned int kCut = 0;
+    static constexpr unsigned int kFade = 1;
+    static constexpr unsigned int kSlide = 2;
     static constexpr float kStep = 0.005f;
 
     unsigned int current;     // slot (0 or 1) of the piece wanted now

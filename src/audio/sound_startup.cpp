@@ -1,7 +1,5 @@
 #include "audio/sound_startup.h"
 
-#include <cstring>
-
 #include "app/console.h"
 #include "audio/sound_system.h"
 
@@ -11,21 +9,16 @@ static const char* const kGameSoundFiles[10] = {
 };
 
 int InitSoundAtStartup() {
-    int opened = g_sound.Init();
-    if (opened) {
-        g_console.Print("Initialising OpenAL:");
-        g_console.Print("Device found: %s", g_sound.deviceName ? g_sound.deviceName : "");
-        g_console.Print("%s, %s, %s", g_sound.VersionString(), g_sound.RendererString(),
-                        g_sound.VendorString());
-        g_console.Print("Listing extensions: %s", g_sound.ExtensionsString());
-    } else {
-        g_console.Print("Could not initialise OpenAL");
+    // Start-up writes the failure line and the separator itself; only an open
+    // device has anything to tell.
+    if (!g_sound.Init()) {
+        return 0;
     }
-    char separator[Console::kLineWidth + 1];
-    memset(separator, '=', Console::kLineWidth);
-    separator[Console::kLineWidth] = 0;
-    g_console.AddLine(separator);
-    return opened;
+    g_console.Print("Initialising OpenAL:");
+    g_console.Print("Device found: %s", g_sound.deviceName ? g_sound.deviceName : "");
+    g_console.Print("%s, %s, %s", g_sound.VersionString(), g_sound.RendererString(), g_sound.VendorString());
+    g_console.Print("Listing extensions: %s", g_sound.ExtensionsString());
+    return 1;
 }
 
 int LoadGameSounds(ResourceManager* resources) {

@@ -20,7 +20,7 @@ enum GameSound {
     SoundBlip = 10
 };
 
-// Initialises g_sound and writes its start-up lines and the separator to the console; 1 when a device opened.
+// Initialises g_sound and, when a device opened, writes its device lines to the console; 1 when open.
 int InitSoundAtStartup();
 // Loads the ten game sounds into slots 1 to 10 of g_sound through resources; returns how many loaded
 // (a missing file is skipped).

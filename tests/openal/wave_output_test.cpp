@@ -1,5 +1,5 @@
 // Real sound through OpenAL Soft's wave writer: music streamed through the
-// normal player, effects played on sources, and the start-up log with no
+// normal player, effects played on sources, and start-up with no
 // output at all. OpenAL reads its driver settings once per process, so every
 // test here must run in a process of its own (CTest runs each one that way).
 #include <AL/al.h>
@@ -190,14 +190,14 @@ TEST(WaveOutput, ASecondSoundOnTheSameSourceCutsTheFirstOff) {
     EXPECT_LT(Rms(out, switchAt + 0.8, switchAt + 1.3), 50);
 }
 
-TEST(WaveOutput, NoDriverMeansTheStartupLogSaysSoAndEverythingIsSilent) {
+TEST(WaveOutput, NoDriverMeansNoDeviceLinesAndEverythingIsSilent) {
     std::string dir = test::ScratchDir("wave_none"), wave;
     UseDriver("no-such-driver", dir, &wave);
     g_console.Clear();
     EXPECT_EQ(InitSoundAtStartup(), 0);
-    EXPECT_EQ(std::string(g_console.lines[1]), std::string(83, '='));
-    EXPECT_STREQ(g_console.lines[2], "Could not initialise OpenAL");
-    EXPECT_STREQ(g_console.lines[3], "");
+    // Nothing of its own: start-up reports the failure.
+    EXPECT_STREQ(g_console.lines[0], "");
+    EXPECT_STREQ(g_console.lines[1], "");
     std::vector<short> pcm = test::SineSamples(100, 1, 8000, 400.0);
     std::vector<unsigned char> image;
     WriteWav(1, 16, 8000, pcm.data(), 200, image);

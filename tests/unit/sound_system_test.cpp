@@ -242,11 +242,8 @@ TEST_F(SoundSystemTest, SourceControlsAffectOnlyExistingSources) {
 TEST(SoundStartup, LogsTheDeviceAndLoadsTheGameSoundsThatExist) {
     g_console.Clear();
     ASSERT_EQ(InitSoundAtStartup(), 1);
-    // Newest first: the 83-character separator leaves an empty piece on top.
-    std::string separator(83, '=');
-    EXPECT_STREQ(g_console.lines[0], "");
-    EXPECT_EQ(std::string(g_console.lines[1]), separator);
-    int n = 2;
+    // Newest first; the separator after these lines is start-up's to write.
+    int n = 0;
     while (n < Console::kLineCount && strncmp(g_console.lines[n], "Listing extensions: ", 20) != 0) {
         n++;  // the extension list may take several console lines
     }
