@@ -6,11 +6,13 @@
 #include "app/net_hooks.h"
 #include "app/resource_commands.h"
 #include "game/game_hooks.h"
+#include "render/draw_hooks.h"
 
 int main() {
     InstallNetHooks();
     InstallResourceHooks();
     InstallAudioHooks();
     InstallGameHooks();
+    InstallDrawHooks();
     return VantleMain();
 }
