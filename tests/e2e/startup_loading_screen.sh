@@ -43,8 +43,12 @@ for attempt in $(seq 1 100); do
     sleep 0.05
 done
 [ "$found" -eq 1 ] || { echo "no loading box in any frame"; exit 1; }
+# The screenshot is part of the check: a frame that cannot be kept fails the test.
 mkdir -p "$build/test-artefacts"
-convert "$work/shot.txt" "$build/test-artefacts/startup_loading_screen.png" 2>/dev/null || true
+shot="$build/test-artefacts/startup_loading_screen.png"
+rm -f "$shot"
+convert "$work/shot.txt" "$shot" || { echo "screenshot not written"; exit 1; }
+[ -s "$shot" ] || { echo "empty screenshot"; exit 1; }
 
 # Caption pixels: bright and grey, in the caption's rows and nowhere else in the box.
 lit="$(count_lit 576 624 11 21)"
