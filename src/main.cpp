@@ -7,6 +7,7 @@
 #include "app/resource_commands.h"
 #include "game/game_hooks.h"
 #include "render/draw_hooks.h"
+#include "render/scene_draws.h"
 
 int main() {
     InstallNetHooks();
@@ -14,5 +15,6 @@ int main() {
     InstallAudioHooks();
     InstallGameHooks();
     InstallDrawHooks();
+    InstallSceneDraws();
     return VantleMain();
 }

@@ -32,7 +32,7 @@ Location g_menuLocation;         //  7 menu location (title menu)
 FlareList g_flares;              //  8 flare set
 Model g_keyboardModel;           //  9 logo model 1 (title menu)
 Model g_logoTextModel;           // 10 logo model 2 (title menu)
-// 11 logo text               (text batch)
+TextBatch g_logoText;            // 11 logo text (title menu credits)
 GlWindow g_window;               // 12
 LightmapBatchCache g_lightmapBatches;  // 12, with the window: its lightmapped meshes as arrays
 SoundSystem g_sound;             // 13

@@ -20,6 +20,10 @@ static const unsigned char kPieceTwoSided = 0x08;
 static const unsigned char kPieceHidden = 0x10;
 static const unsigned char kPieceOutlined = 0x40;
 
+const float* MeshVertices(const Model& model) {
+    return reinterpret_cast<const float*>(model.frameVertices);
+}
+
 static bool LightingViewOn() {
     return g_debug && g_debugMode == 4;
 }
@@ -61,7 +65,7 @@ void DrawObjects(const Location& location) {
         g_textures.Bind(object->texture);
         g_window.SetLocationLights(&location.lightmaps, object->position);
         if (object->model) {
-            g_window.DrawMesh(&object->model->frameVertices[0].position[0], object->model->frameTriangles,
+            g_window.DrawMesh(MeshVertices(*object->model), object->model->frameTriangles,
                               object->position[0], object->position[1], object->position[2],
                               object->rotation[0], object->rotation[1], object->rotation[2], 1, 1, 1);
         }
@@ -83,7 +87,7 @@ static void DrawPiece(const Location& location, int index) {
     }
     glPushMatrix();
     const LightmapVertex* coords = location.lightmaps.coords[index];
-    const float* vertices = &model.frameVertices[0].position[0];
+    const float* vertices = MeshVertices(model);
     if (!coords || (model.modelFlag & kPieceUseLights)) {
         g_window.DrawMesh(vertices, model.frameTriangles, 0, 0, 0, 0, 0, 0, 1, 1, 1);
         glDisable(GL_BLEND);
@@ -194,9 +198,9 @@ static void DrawLampGlow() {
     glDepthMask(GL_FALSE);
     g_textures.Bind("delver_light.tga");
     if (player && lampModel.frameVertices) {
-        g_window.DrawMesh(&lampModel.frameVertices[0].position[0], lampModel.frameTriangles,
-                          player->position[0], player->position[1], player->position[2], player->rotation[0],
-                          player->rotation[1], player->rotation[2], 1, 1, 1);
+        g_window.DrawMesh(MeshVertices(lampModel), lampModel.frameTriangles, player->position[0],
+                          player->position[1], player->position[2], player->rotation[0], player->rotation[1],
+                          player->rotation[2], 1, 1, 1);
     }
     glDisable(GL_BLEND);
     glEnable(GL_CULL_FACE);

@@ -12,7 +12,10 @@
 #pragma once
 
 class Location;
+class Model;
 
+// A model's built vertices as the float array the mesh draws take (null when not built).
+const float* MeshVertices(const Model& model);
 // One frame of the level being played (sceneDraw while a level runs; also the capture pass).
 void DrawGameView();
 // One frame of the closing scene in closingLocation.
