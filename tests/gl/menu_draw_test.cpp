@@ -1,0 +1,187 @@
+// The title menu's draw in real frames: the lens flare's tests (hidden behind
+// a wall, off screen, too far) and the placing of its elements along the axis
+// through the centre, the red marks of held white keys, and the credits line
+// drawn where it has scrolled to.
+#include <gtest/gtest.h>
+
+#include "render/game_view.h"
+#include "render/menu_scene.h"
+#include "resources/flare_list.h"
+#include "scene_test_util.h"
+#include "ui/text_batch.h"
+
+using drawtest::Frame;
+using scenetest::Near;
+
+namespace {
+
+class MenuDrawTest : public ::testing::Test {
+protected:
+    static void TearDownTestSuite() {
+        scenetest::ResetGameState();
+        g_flares.Clear();
+        drawtest::CloseWindow();
+    }
+    void SetUp() override {
+        ASSERT_TRUE(drawtest::OpenWindow(800, 600));
+        g_window.Resize(800, 600);
+        scenetest::ResetGameState();
+        memset(g_keyDown, 0, sizeof(g_keyDown));
+        g_logoText.Reset();
+        g_flares.Clear();
+        g_menuLocation.Clear();
+        ASSERT_TRUE(scenetest::SolidTexture("flare.tga", 255, 255, 255));
+        ASSERT_TRUE(scenetest::SolidTexture("wall.tga", 40, 40, 40));
+    }
+    void TearDown() override {
+        scenetest::ResetGameState();
+        g_flares.Clear();
+        g_menuLocation.Clear();
+        drawtest::PurgeTextures();
+    }
+    static void Look(float x, float y, float z, float yaw) {
+        const float camera[6] = {x, y, z, 0.0f, yaw, 0.0f};
+        for (int i = 0; i < 6; i++) {
+            g_window.renderCamera[i] = camera[i];
+        }
+        g_window.fov = 30.0f;
+        g_window.SetCamera();
+    }
+    // One element: a white square of half-size h at axisPosition.
+    static FlareList& OneElement(float axisPosition, float h) {
+        FlareElement element = {};
+        strcpy(element.name, "flare.tga");
+        element.axisPosition = axisPosition;
+        element.halfSize = h;
+        element.alpha = 1.0f;
+        element.grey = 1.0f;
+        g_flares.Add(element);
+        return g_flares;
+    }
+    static void SetOrigin(float x, float y, float z) {
+        g_flares.origin[0] = x;
+        g_flares.origin[1] = y;
+        g_flares.origin[2] = z;
+    }
+    // Scenery (the location's pieces) from the camera, then the flare on the canvas.
+    static Frame DrawWithFlare(const Location& scenery) {
+        g_window.BeginFrame();
+        Look(0, 0, 300, 180);
+        glEnable(GL_ALPHA_TEST);
+        glAlphaFunc(GL_GREATER, 0.0f);
+        DrawLocationPieces(scenery);
+        glDisable(GL_ALPHA_TEST);
+        g_window.Begin2D();
+        DrawFlares(g_flares);
+        return drawtest::ReadFrame();
+    }
+    static int BrightPixels(const Frame& frame) {
+        int n = 0;
+        for (int y = 0; y < frame.height; y += 2) {
+            for (int x = 0; x < frame.width; x += 2) {
+                n += frame.At(x, y)[0] > 128 ? 1 : 0;
+            }
+        }
+        return n;
+    }
+};
+
+TEST_F(MenuDrawTest, AVisibleFlareSitsOnItsSourceAndMirrorsAcrossTheCentre) {
+    OneElement(1.0f, 10.0f);
+    OneElement(-1.0f, 10.0f);
+    // 40 units right of the axis at 300 units with fov 30: 40 / 160.8 x 600 = 149 pixels.
+    SetOrigin(40, 0, 0);
+    Frame frame = DrawWithFlare(g_menuLocation);
+    EXPECT_TRUE(Near(frame.At(549, 300), 255, 255, 255));
+    EXPECT_TRUE(Near(frame.At(251, 300), 255, 255, 255));
+    EXPECT_TRUE(Near(frame.At(400, 300), 0, 0, 0));
+    EXPECT_TRUE(Near(frame.At(549, 320), 0, 0, 0));
+}
+
+TEST_F(MenuDrawTest, AFlareBehindAWallOffScreenOrTooFarDrawsNothing) {
+    OneElement(0.5f, 30.0f);
+    OneElement(1.0f, 10.0f);
+    SetOrigin(0, 0, 0);
+    Location scenery;
+    ASSERT_GT(BrightPixels(DrawWithFlare(scenery)), 100);
+
+    const float lo[3] = {-60, -60, 90}, hi[3] = {60, 60, 110};
+    scenetest::AddBoxPiece(scenery, "wall", lo, hi, 0, "wall.tga");
+    Frame walled = DrawWithFlare(scenery);
+    EXPECT_EQ(BrightPixels(walled), 0);
+    EXPECT_TRUE(Near(walled.At(400, 300), 40, 40, 40));
+    scenery.Clear();
+
+    SetOrigin(0, 0, 600);  // behind the camera
+    EXPECT_EQ(BrightPixels(DrawWithFlare(scenery)), 0);
+    SetOrigin(400, 0, 0);  // beside the view
+    EXPECT_EQ(BrightPixels(DrawWithFlare(scenery)), 0);
+    SetOrigin(0, 0, -699);  // 999 units away: still drawn
+    EXPECT_GT(BrightPixels(DrawWithFlare(scenery)), 0);
+    SetOrigin(0, 0, -701);  // 1001 units away
+    EXPECT_EQ(BrightPixels(DrawWithFlare(scenery)), 0);
+}
+
+TEST_F(MenuDrawTest, DistanceAndCentreFadesDimTheElements) {
+    FlareList& flares = OneElement(1.0f, 20.0f);
+    flares.elements[0]->distanceFade = 1;
+    SetOrigin(0, 0, -200);  // 500 units: half faded
+    int level = DrawWithFlare(g_menuLocation).At(400, 300)[0];
+    EXPECT_NEAR(level, 128, 4);
+    flares.elements[0]->distanceFade = 0;
+    flares.elements[0]->centreFade = 1;
+    SetOrigin(0, 0, 0);  // on the centre: full
+    EXPECT_NEAR(DrawWithFlare(g_menuLocation).At(400, 300)[0], 255, 2);
+}
+
+TEST_F(MenuDrawTest, HeldWhiteKeysAreMarkedRed) {
+    g_window.flashIntensity = 0.0f;
+    g_keyDown[0] = 1;
+    g_keyDown[18] = 1;
+    g_keyDown[20] = 1;  // a black key: no mark
+    g_window.BeginFrame();
+    DrawMenu();
+    Frame frame = drawtest::ReadFrame();
+    for (int i = 0; i < kPianoWhiteKeys; i++) {
+        SCOPED_TRACE(i);
+        const unsigned char* p = frame.At(164 + 32 * i + 14, 430);
+        bool marked = g_keyDown[i] != 0;
+        EXPECT_EQ(p[0] > 60 && p[1] < 10 && p[2] < 10, marked);
+    }
+    EXPECT_TRUE(Near(frame.At(164 + 14, 430), 77, 0, 0, 4));
+    // Between two keys nothing is marked.
+    EXPECT_TRUE(Near(frame.At(164 + 30, 430), 0, 0, 0, 4));
+}
+
+TEST_F(MenuDrawTest, TheCreditsAreDrawnWhereTheyHaveScrolledTo) {
+    ASSERT_TRUE(scenetest::SolidTexture("gui_font3.tga", 0, 255, 0));
+    g_logoText.AddEntry("IIIIIIII", 0, 0, 10000, 23, 1.0f, 0);
+    g_logoText.Build();
+    auto creditsRow = [](float x) {
+        g_creditsX = x;
+        g_window.BeginFrame();
+        DrawMenu();
+        Frame frame = drawtest::ReadFrame();
+        std::vector<int> row;
+        for (int px = 0; px < 800; px++) {
+            const unsigned char* p = frame.At(px, 520);
+            row.push_back(p[0] < 60 && p[1] > 200);  // the green font, not the white HUD
+        }
+        return row;
+    };
+    std::vector<int> at100 = creditsRow(100);
+    std::vector<int> at300 = creditsRow(300);
+    int first100 = -1, first300 = -1;
+    for (int px = 0; px < 800; px++) {
+        if (first100 < 0 && at100[px]) {
+            first100 = px;
+        }
+        if (first300 < 0 && at300[px]) {
+            first300 = px;
+        }
+    }
+    ASSERT_GE(first100, 0);
+    EXPECT_NEAR(first300 - first100, 200, 1);
+}
+
+}  // namespace
