@@ -149,7 +149,9 @@ void MainLoopPass() {
     for (uint32_t i = 0; i < ticks; i++) {
         RunTick();
     }
-    if (!g_window.active) {
+    // A pass with no tick has nothing to draw either: the next tick is at most 20 ms away,
+    // so give the processor back instead of spinning (a title left running costs little).
+    if (!g_window.active || ticks == 0) {
         Sys_Sleep(1);
     }
     if (kPostEffect && g_window.videoQuality == 2) {

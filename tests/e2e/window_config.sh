@@ -33,11 +33,17 @@ start_game() {
     win=""
     for _ in $(seq 1 300); do
         win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
-        [ -n "$win" ] && return 0
+        [ -n "$win" ] && break
         kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
         sleep 0.1
     done
-    fail "no window appeared"
+    [ -n "$win" ] || fail "no window appeared"
+    # The title menu has run a tick (and placed the camera) once its line is in the log.
+    for _ in $(seq 1 300); do
+        grep -qx "Title menu" out.txt && return 0
+        sleep 0.1
+    done
+    fail "the title menu did not start"
 }
 
 # Waits (at most 30 s) for the game to end; sets status.
@@ -63,12 +69,17 @@ expect_size() {
     echo "$geometry" | grep -qx "Y=$(((screen_h - $2) / 2))" || fail "window is not centred: $geometry"
 }
 
+# The camera is saved where the last scene left it: the title menu places it every tick, a run
+# that quits from autoexec.vbt ends before the first tick.
+menu_camera=("CAMERA_POS 5.90,48.00,660.50" "CAMERA_ROT 4.60,180.00,0.00")
+start_camera=("CAMERA_POS 0.00,0.00,0.00" "CAMERA_ROT 0.00,0.00,0.00")
+camera=("${menu_camera[@]}")
+
 # The file the game writes, built here line by line: $1 = the size, then extra lines.
 expected_config() {
     local rule="//***********************************************************"
     printf '%s\r\n' "$rule" "//Created by Vantle2. Do not modify as any changes may be lost" "$rule" \
-        "VID_FULL 0" "VID_VSYNC 0" "VID_SIZE $1" "VID_QUALITY 0" \
-        "CAMERA_POS 0.00,0.00,0.00" "CAMERA_ROT 0.00,0.00,0.00"
+        "VID_FULL 0" "VID_VSYNC 0" "VID_SIZE $1" "VID_QUALITY 0" "${camera[@]}"
     shift
     [ $# -gt 0 ] && printf '%s\r\n' "$@"
 }
@@ -101,6 +112,7 @@ pid=$!
 wait_game
 [ "$status" -eq 0 ] || fail "exit status $status after QUIT"
 grep -qx "Script 'autoexec.vbt' completed successfully" out.txt || fail "autoexec.vbt did not run"
+camera=("${start_camera[@]}")
 expected_config "640,480" >expected.vbt
 cmp config.vbt expected.vbt || fail "QUIT did not write config.vbt"
 rm -f autoexec.vbt config.vbt
