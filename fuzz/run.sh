@@ -36,6 +36,8 @@ CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo 
 cmake --build build-fuzz -j "$jobs" --target "${targets[@]}" || exit 1
 
 mkdir -p build-fuzz/crashes
+# Leaks in system libraries are not ours to fix (the file says which and why).
+export LSAN_OPTIONS="suppressions=$root/fuzz/lsan.supp${LSAN_OPTIONS:+:$LSAN_OPTIONS}"
 failed=0
 for name in "${targets[@]}"; do
     corpus="build-fuzz/corpus/$name"

@@ -43,7 +43,7 @@ static long TellCallback(void* source) {
     return static_cast<OggDecoder*>(source)->readPos;
 }
 
-OggDecoder::OggDecoder() : data(nullptr), size(0), readPos(0), info(nullptr) {
+OggDecoder::OggDecoder() : data(nullptr), size(0), readPos(0), info(nullptr), broken(0) {
     memset(&vorbisFile, 0, sizeof(vorbisFile));
 }
 
@@ -91,10 +91,11 @@ void OggDecoder::Close() {
     data = nullptr;
     size = readPos = 0;
     info = nullptr;
+    broken = 0;
 }
 
 int OggDecoder::Decode(unsigned char* out, unsigned int length) {
-    if (!data || !out) {
+    if (!data || !out || broken) {
         return 0;
     }
     unsigned int filled = 0;
@@ -104,12 +105,15 @@ int OggDecoder::Decode(unsigned char* out, unsigned int length) {
         long got = ov_read(&vorbisFile, reinterpret_cast<char*>(out + filled),
                            static_cast<int>(length - filled), 0, 2, 1, &bitstream);
         if (got < 0) {
+            // A gap in the pages is worth decoding past next time; anything
+            // else means the stream's setup is bad.
+            broken = got != OV_HOLE;
             return 0;
         }
         if (got == 0) {
             // End of the stream: loop. A stream that ends again before giving a
             // single sample would loop forever, so it fails the fill instead.
-            if (emptySinceSeek || ov_time_seek(&vorbisFile, 0.0) != 0) {
+            if (emptySinceSeek || !SeekTime(0.0)) {
                 return 0;
             }
             emptySinceSeek = true;
@@ -122,7 +126,12 @@ int OggDecoder::Decode(unsigned char* out, unsigned int length) {
 }
 
 int OggDecoder::SeekTime(double seconds) {
-    return data && ov_time_seek(&vorbisFile, seconds) == 0;
+    if (!data || broken) {
+        return 0;
+    }
+    int result = ov_time_seek(&vorbisFile, seconds);
+    broken = result != 0;
+    return result == 0;
 }
 
 int OggDecoder::Channels() const {

@@ -4,10 +4,15 @@
 // interleaved 16-bit little-endian samples and, at the end of the stream,
 // seeks back to the start and keeps going: music never ends by itself.
 //
-// The bytes are untrusted. Open fails cleanly on anything vorbisfile rejects
+// The bytes are untrusted. Open fails cleanly on anything vorbisfile rejects,
 // and on channel counts OpenAL cannot play; a decode error fails the fill; and
 // a stream that yields nothing even right after seeking back to its start
 // fails the fill instead of spinning forever.
+//
+// A decoder that failed for any reason but a gap in the pages is not asked
+// again: when a link's codebooks fail to build, libvorbis keeps the half-made
+// tables and a second attempt decodes with them (a division by zero in its
+// residue decoder), so one bad link would crash the game a tick later.
 #pragma once
 
 #define OV_EXCLUDE_STATIC_CALLBACKS
@@ -20,6 +25,7 @@ public:
     unsigned int readPos;       // where the read callback goes on, 0 to size
     OggVorbis_File vorbisFile;  // valid while data is set
     vorbis_info* info;          // channels and rate of the stream
+    int broken;                 // vorbisfile failed; no more calls into it until Close
 
     OggDecoder();
     ~OggDecoder();

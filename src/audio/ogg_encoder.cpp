@@ -2,6 +2,8 @@
 
 #include <vorbis/vorbisenc.h>
 
+#include <cstring>
+
 static void WritePage(const ogg_page& page, std::vector<unsigned char>& out) {
     out.insert(out.end(), page.header, page.header + page.header_len);
     out.insert(out.end(), page.body, page.body + page.body_len);
@@ -79,4 +81,29 @@ int EncodeOggVorbis(const short* samples, unsigned int frames, int channels, lon
     vorbis_comment_clear(&comment);
     vorbis_info_clear(&vi);
     return 1;
+}
+
+void FixOggChecksums(unsigned char* bytes, unsigned int length) {
+    unsigned int pos = 0;
+    while (pos + 27 <= length && memcmp(bytes + pos, "OggS", 4) == 0) {
+        unsigned int segments = bytes[pos + 26];
+        if (pos + 27 + segments > length) {
+            return;
+        }
+        unsigned int bodyLength = 0;
+        for (unsigned int i = 0; i < segments; i++) {
+            bodyLength += bytes[pos + 27 + i];
+        }
+        unsigned int headerLength = 27 + segments;
+        if (bodyLength > length - pos - headerLength) {
+            return;
+        }
+        ogg_page page;
+        page.header = bytes + pos;
+        page.header_len = headerLength;
+        page.body = bytes + pos + headerLength;
+        page.body_len = bodyLength;
+        ogg_page_checksum_set(&page);
+        pos += headerLength + bodyLength;
+    }
 }
