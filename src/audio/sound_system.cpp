@@ -4,9 +4,11 @@
 #include <AL/alc.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 
 #include "audio/wav_file.h"
+#include "platform/sys_stderr.h"
 #include "resources/resource_manager.h"
 
 SoundSystem::SoundSystem() : context(nullptr), device(nullptr), deviceName(nullptr), nextSource(0) {
@@ -41,10 +43,15 @@ int SoundSystem::Init() {
     if (device) {
         return 1;
     }
+    // Without a sound card the attempts fill stderr with library errors; the
+    // game says "Could not initialise OpenAL" itself. ALSOFT_LOGLEVEL set
+    // means someone wants OpenAL's side of the story.
+    int saved = getenv("ALSOFT_LOGLEVEL") ? -1 : Sys_MuteStderr();
     ALCdevice* dev = alcOpenDevice("DirectSound3D");
     if (!dev) {
         dev = alcOpenDevice(nullptr);
     }
+    Sys_RestoreStderr(saved);
     if (!dev) {
         return 0;
     }

@@ -5,7 +5,10 @@
 #      the extension list, then the separator; no failure line
 #   2. no usable OpenAL driver: the failure line right after the socket lines'
 #      separator, and the program still runs and ends normally
-#   3. the wave writer: the program opens it, and on exit the device leaves a
+#   3. ALSA with no such sound card: the game's own line is all there is to
+#      hear of it, nothing from ALSA or OpenAL on stderr, unless ALSOFT_LOGLEVEL
+#      asks for OpenAL's log
+#   4. the wave writer: the program opens it, and on exit the device leaves a
 #      finished wave file behind
 # Arguments: build directory, source directory.
 set -uo pipefail
@@ -58,7 +61,17 @@ run_game
 [ "$(line_after "Could not initialise OpenAL")" = "$separator" ] || fail "no separator after the failure line"
 grep -qx "Initialising OpenAL:" out.txt && fail "an OpenAL heading without a device"
 
-# 3. The wave writer.
+# 3. A sound card that is not there.
+export ALSOFT_DRIVERS=alsa ALSA_CARD=vantle_no_such_card
+run_game
+grep -qx "Could not initialise OpenAL" out.txt || grep -q "^Device found: " out.txt ||
+    fail "neither the failure line nor a device"
+grep -E "^(ALSA lib|AL lib)" err.txt && fail "the device attempts talked on stderr"
+ALSOFT_LOGLEVEL=3 run_game
+grep -q "^AL lib" err.txt || fail "ALSOFT_LOGLEVEL=3 gives no OpenAL log"
+unset ALSA_CARD
+
+# 4. The wave writer.
 export ALSOFT_DRIVERS=wave ALSOFT_CONF="$scratch/alsoft.conf"
 printf '[general]\nfrequency = 44100\n[wave]\nfile = %s/out.wav\n' "$scratch" >alsoft.conf
 run_game
