@@ -6,11 +6,13 @@
 
 #include "app/scene_hooks.h"
 #include "game/closing_scene.h"
+#include "game/collision_world.h"
 #include "game/demo.h"
 #include "game/game_object.h"
 #include "game/game_state.h"
 #include "game/game_update.h"
 #include "game/hazards.h"
+#include "ui/text_batch.h"
 
 // What the runner compares before and after each tick.
 struct TickWatch {
@@ -71,8 +73,20 @@ static void TracePlayer(unsigned int t, ReplayReport report, void* context) {
            Tidy(p[1]), Tidy(p[2]), player->rotation[1], player->state, onGround, air);
 }
 
-unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace) {
+// Each run is a whole program's game: what an earlier run left (objects, the HUD lines that the
+// set-up adds) goes first, since the set-up itself only empties the object table.
+static void FreshGame() {
+    g_collision.Clear();
+    DeleteAllObjects();
+    player = nullptr;
+    g_levelTitleText.Reset();
+    g_scoreText.Reset();
+    g_completedText.Reset();
     InitGame();
+}
+
+unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace) {
+    FreshGame();
     InitClosingScene();
     g_deathCause = "";
     g_demo.StartLoadedPlayback();
