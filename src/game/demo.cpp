@@ -51,7 +51,7 @@ static int PlaybackJoystick(SysJoystickState* out) {
 }
 
 DemoDriver::DemoDriver()
-    : mode(DemoIdle), tick(0), nextEvent(0), joystickValid(0), joystickX(0), joystickY(0) {
+    : mode(DemoIdle), tick(0), nextEvent(0), joystickValid(0), joystickX(0), joystickY(0), shownLevel(0) {
     memset(lastKeys, 0, sizeof(lastKeys));
     memset(path, 0, sizeof(path));
 }
@@ -79,6 +79,7 @@ void DemoDriver::StartGame() {
     joystickY = 0;
     g_scene = SceneMenu;
     LoadLevel();
+    shownLevel = level;
 }
 
 int DemoDriver::StartRecording(const char* file, int startLevel) {
@@ -178,6 +179,11 @@ void DemoDriver::AfterTick() {
             g_console.Print("Demo finished after %u ticks", tick);
         }
         return;
+    }
+    if (level != shownLevel) {
+        // Counted from 0 like the ticks of the file, so the line matches vantle-sim's.
+        g_console.Print("Demo: level %02i loaded at tick %u", static_cast<int>(level), tick - 1);
+        shownLevel = level;
     }
     if (mode == DemoRecording) {
         for (unsigned char key : kRuleKeys) {

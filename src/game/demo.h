@@ -31,6 +31,7 @@ public:
     int joystickValid;      // the joystick as the rules last read it (recording) or will (playback)
     unsigned short joystickX;
     unsigned short joystickY;
+    int shownLevel;  // the level the last progress line named
     char path[260];  // where a recording is saved when it stops
 
     DemoDriver();
