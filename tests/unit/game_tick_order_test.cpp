@@ -134,6 +134,29 @@ TEST_F(GameTickOrderTest, ASolidCeilingStopsTheRiseAndPushesTheHeadBackUnderIt) 
     EXPECT_EQ(lives, 3);
 }
 
+// The 90-unit rule belongs to the solid pieces: objects catch a fall of any height.
+TEST_F(GameTickOrderTest, AFallOfAnyHeightOntoPlatformObjectsLandsSafely) {
+    const char* kinds[2] = {"platform01", "collapse01"};
+    for (const char* kind : kinds) {
+        g_location.Clear();
+        AddEntity("player", 0, 300, 0);
+        AddEntity(kind, 0, 0, 0);
+        StartLevel();
+        GameObject* platform = Find(kind);
+        int ticks = 0;
+        do {
+            Tick();
+            ticks++;
+        } while (!onGround && ticks < 200);
+        ASSERT_EQ(onGround, 1) << kind;
+        EXPECT_GT(ticks, 50) << kind << ": a fall of 300";
+        EXPECT_EQ(lives, 3) << kind;
+        EXPECT_EQ(player->state, 0) << kind;
+        EXPECT_FLOAT_EQ(player->velocity[1], 2.0f) << kind << ": an object's landing leaves 2, a piece's 0.1";
+        EXPECT_LT(platform->position[1], 0.0f) << kind << " sinks under the landing";
+    }
+}
+
 // A deep floor 85 below the take-off, one small safe block 117 out along a chosen yaw, and the
 // last ground 15 below the take-off so that the probe lands on the deep floor (an unsafe drop).
 class JumpAssistBoundsTest : public test::GameFixture {
