@@ -20,6 +20,9 @@ static const unsigned char kPieceTwoSided = 0x08;
 static const unsigned char kPieceHidden = 0x10;
 static const unsigned char kPieceOutlined = 0x40;
 
+int g_sceneScissor = 1;
+int g_piecesFrontToBack = 1;
+
 const float* MeshVertices(const Model& model) {
     return reinterpret_cast<const float*>(model.frameVertices);
 }
@@ -72,15 +75,30 @@ void DrawObjects(const Location& location) {
     }
 }
 
-static void DrawPiece(const Location& location, int index) {
+// The piece's model when it is drawn this frame: built, not hidden, inside the frustum.
+static const Model* VisiblePiece(const Location& location, int index) {
     const LocationPiece* piece = location.pieces[index];
+    if (!piece) {
+        return nullptr;
+    }
     const Model& model = piece->model;
     const Mesh* frame = model.frames[0];
     if (!frame || !model.frameVertices || (model.modelFlag & kPieceHidden) ||
         !g_window.SphereInFrustum(frame->centre[0], frame->centre[1], frame->centre[2], frame->radius)) {
-        return;
+        return nullptr;
     }
-    g_textures.Bind(LightingViewOn() ? nullptr : piece->textureName);
+    return &model;
+}
+
+static void BindPieceTexture(const LocationPiece& piece) {
+    g_textures.Bind(LightingViewOn() ? nullptr : piece.textureName);
+}
+
+static void DrawPiece(const Location& location, int index) {
+    const LocationPiece* piece = location.pieces[index];
+    const Model& model = piece->model;
+    const Mesh* frame = model.frames[0];
+    BindPieceTexture(*piece);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     if (model.modelFlag & kPieceTwoSided) {
         glDisable(GL_CULL_FACE);
@@ -110,12 +128,94 @@ static void DrawPiece(const Location& location, int index) {
     }
 }
 
+// True when the piece's fragments all have alpha 1: no texture, or one without an alpha channel.
+static bool PieceIsOpaque(const LocationPiece& piece) {
+    BindPieceTexture(piece);
+    if (!glIsEnabled(GL_TEXTURE_2D)) {
+        return true;
+    }
+    GLint alphaBits = 0;
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_ALPHA_SIZE, &alphaBits);
+    return alphaBits == 0;
+}
+
+static float CameraDistance2(const Model& model) {
+    const float* c = model.frames[0]->centre;
+    float dx = c[0] - g_window.renderCamera[0];
+    float dy = c[1] - g_window.renderCamera[1];
+    float dz = c[2] - g_window.renderCamera[2];
+    return dx * dx + dy * dy + dz * dz;
+}
+
+// Opaque pieces nearest first with the alpha test off, then the others in file order.
+static void DrawPiecesFrontToBack(const Location& location) {
+    static int order[Location::kMaxPieces];
+    static float distance[Location::kMaxPieces];
+    static int rest[Location::kMaxPieces];
+    int opaque = 0, others = 0;
+    for (int i = 0; i < location.pieceCount && i < Location::kMaxPieces; i++) {
+        const Model* model = VisiblePiece(location, i);
+        if (!model) {
+            continue;
+        }
+        if (!PieceIsOpaque(*location.pieces[i])) {
+            rest[others++] = i;
+            continue;
+        }
+        // Insertion by distance keeps equal distances in file order.
+        float d = CameraDistance2(*model);
+        int at = opaque++;
+        while (at > 0 && distance[at - 1] > d) {
+            order[at] = order[at - 1];
+            distance[at] = distance[at - 1];
+            at--;
+        }
+        order[at] = i;
+        distance[at] = d;
+    }
+    GLboolean alphaTest = glIsEnabled(GL_ALPHA_TEST);
+    glDisable(GL_ALPHA_TEST);
+    for (int k = 0; k < opaque; k++) {
+        DrawPiece(location, order[k]);
+    }
+    if (alphaTest) {
+        glEnable(GL_ALPHA_TEST);
+    }
+    for (int k = 0; k < others; k++) {
+        DrawPiece(location, rest[k]);
+    }
+}
+
 void DrawLocationPieces(const Location& location) {
+    if (g_piecesFrontToBack) {
+        DrawPiecesFrontToBack(location);
+        return;
+    }
     for (int i = 0; i < location.pieceCount; i++) {
-        if (location.pieces[i]) {
+        if (VisiblePiece(location, i)) {
             DrawPiece(location, i);
         }
     }
+}
+
+void BeginSceneScissor() {
+    if (!g_sceneScissor) {
+        return;
+    }
+    GLint viewport[4];
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    // The bar covers canvas rows 460 to 600, the lowest 140/600 of the viewport; one row
+    // more is kept so that rounding never leaves a visible row undrawn.
+    int covered = viewport[3] * 140 / 600 - 1;
+    if (covered < 0) {
+        covered = 0;
+    }
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(viewport[0], viewport[1] + covered, viewport[2], viewport[3] - covered);
+}
+
+void EndSceneScissor() {
+    glDisable(GL_SCISSOR_TEST);
 }
 
 static void DrawPageTriangles(const Location& location, unsigned int page) {
@@ -235,12 +335,14 @@ static void DrawCollisionDebug() {
 }
 
 void DrawGameView() {
+    BeginSceneScissor();
     DrawScenery(g_location);
     DrawLampGlow();
     if (g_debug) {
         DrawCollisionDebug();
     }
     DrawParticles();
+    EndSceneScissor();
     g_window.Begin2D();
     DrawLightingView(g_location);
     if (g_window.videoQuality == 2) {
@@ -255,10 +357,12 @@ void DrawGameView() {
 }
 
 void DrawClosingScene() {
+    BeginSceneScissor();
     DrawScenery(closingLocation);
     glDisable(GL_ALPHA_TEST);
     glDisable(GL_LIGHTING);
     DrawParticles();
+    EndSceneScissor();
     g_window.Begin2D();
     DrawLightingView(closingLocation);
     DrawHudFrame();

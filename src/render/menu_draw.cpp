@@ -172,7 +172,11 @@ static void DrawKeyMarksAndTitles() {
 }
 
 void DrawMenu() {
+    // The flare's depth test reads the garden's depth at the source, which stands above the
+    // HUD bar; below the bar nothing is drawn in 3D.
+    BeginSceneScissor();
     DrawGarden();
+    EndSceneScissor();
     g_window.Begin2D();
     g_flares.origin[0] = kFlareOrigin[0];
     g_flares.origin[1] = kFlareOrigin[1];

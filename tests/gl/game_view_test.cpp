@@ -243,6 +243,54 @@ TEST_F(GameViewTest, TheClosingSceneShowsAFullAirBarAndAWhiteFlash) {
     EXPECT_TRUE(Near(flash.At(400, 300), 255, 255, 255));
 }
 
+TEST_F(GameViewTest, TheFillSavingsKeepThePicture) {
+    // Opaque boxes (24-bit textures) behind and in front of one another, a card with holes
+    // (32-bit), and ground running under the HUD bar.
+    ASSERT_TRUE(scenetest::PatternTexture("stone.tga", 24, 16, [](int x, int y, unsigned char* p) {
+        p[0] = static_cast<unsigned char>(60 + 10 * x);
+        p[1] = static_cast<unsigned char>(80 + 8 * y);
+        p[2] = 90;
+    }));
+    ASSERT_TRUE(scenetest::PatternTexture("holes.tga", 32, 16, [](int x, int y, unsigned char* p) {
+        p[0] = 250;
+        p[1] = 200;
+        p[2] = 40;
+        p[3] = ((x / 4 + y / 4) % 2) ? 255 : 0;
+    }));
+    const float far0[3] = {-150, -60, -250}, far1[3] = {150, 90, -200};
+    const float mid0[3] = {-30, -20, -40}, mid1[3] = {50, 40, 20};
+    const float card0[3] = {-60, -30, 100}, card1[3] = {10, 30, 102};
+    const float ground0[3] = {-400, -120, -300}, ground1[3] = {400, -60, 250};
+    scenetest::AddBoxPiece(g_location, "card", card0, card1, 0x08, "holes.tga");
+    scenetest::AddBoxPiece(g_location, "far", far0, far1, 0, "stone.tga");
+    scenetest::AddBoxPiece(g_location, "ground", ground0, ground1, 0, "stone.tga");
+    scenetest::AddBoxPiece(g_location, "mid", mid0, mid1, 0, "stone.tga");
+    g_camera.position = Vec3{20.0f, 40.0f, 300.0f};
+    g_camera.pitch = 8.0f;
+    auto draw = [](int savings) {
+        g_sceneScissor = savings;
+        g_piecesFrontToBack = savings;
+        g_window.polyCount = 0;
+        Frame frame = DrawFrame();
+        g_sceneScissor = 1;
+        g_piecesFrontToBack = 1;
+        return frame;
+    };
+    for (int size : {800, 640, 333}) {
+        SCOPED_TRACE(size);
+        g_window.Resize(size, size * 3 / 4);
+        draw(0);  // every texture name looked up once
+        Frame plain = draw(0);
+        unsigned int plainTriangles = g_window.polyCount;
+        Frame saved = draw(1);
+        EXPECT_EQ(drawtest::MaxDifference(plain, saved), 0);
+        EXPECT_EQ(g_window.polyCount, plainTriangles);
+        // The scene does reach the bar's edge: the savings had rows to keep.
+        EXPECT_FALSE(Near(saved.At(size / 2, saved.height * 455 / 600), 0, 0, 0, 2));
+    }
+    g_window.Resize(800, 600);
+}
+
 class ParticleDrawTest : public GameViewTest {
 protected:
     static Frame DrawParticleFrame() {

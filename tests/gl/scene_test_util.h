@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <vector>
 
 #include "app/console.h"
@@ -21,15 +22,18 @@
 
 namespace scenetest {
 
-// Uploads a size x size texture of one RGBA colour under name; true when it took a slot.
-inline bool SolidTexture(const char* name, unsigned char r, unsigned char g, unsigned char b,
-                         unsigned char a = 255, int size = 8) {
-    std::vector<unsigned char> pixels(size * size * 4);
-    for (int i = 0; i < size * size; i++) {
-        pixels[i * 4 + 0] = r;
-        pixels[i * 4 + 1] = g;
-        pixels[i * 4 + 2] = b;
-        pixels[i * 4 + 3] = a;
+// Uploads a size x size texture under name from rgba(x, y, out) (bits 32, or 24 without alpha);
+// true when it took a slot.
+inline bool PatternTexture(const char* name, int bits, int size,
+                           const std::function<void(int, int, unsigned char*)>& rgba) {
+    int channels = bits / 8;
+    std::vector<unsigned char> pixels(size * size * channels);
+    for (int y = 0; y < size; y++) {
+        for (int x = 0; x < size; x++) {
+            unsigned char texel[4];
+            rgba(x, y, texel);
+            memcpy(&pixels[(y * size + x) * channels], texel, channels);
+        }
     }
     g_textures.resources = &g_resources;
     int slot = 0;
@@ -37,7 +41,7 @@ inline bool SolidTexture(const char* name, unsigned char r, unsigned char g, uns
         slot++;
     }
     unsigned int length = 0;
-    unsigned char* file = TgaEncode(pixels.data(), size, size, 32, 0, &length);
+    unsigned char* file = TgaEncode(pixels.data(), size, size, bits, 0, &length);
     if (!file || slot == TextureManager::kSlots) {
         free(file);
         return false;
@@ -45,6 +49,17 @@ inline bool SolidTexture(const char* name, unsigned char r, unsigned char g, uns
     int loaded = g_textures.LoadSlot(name, file, length, slot);
     free(file);
     return loaded == 1;
+}
+
+// Uploads a size x size texture of one RGBA colour under name; true when it took a slot.
+inline bool SolidTexture(const char* name, unsigned char r, unsigned char g, unsigned char b,
+                         unsigned char a = 255, int size = 8) {
+    return PatternTexture(name, 32, size, [&](int, int, unsigned char* out) {
+        out[0] = r;
+        out[1] = g;
+        out[2] = b;
+        out[3] = a;
+    });
 }
 
 // Appends a box piece to the location; its index.
