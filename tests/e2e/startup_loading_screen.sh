@@ -3,18 +3,26 @@
 # corner, with its caption and the empty bar, before the first scene is drawn.
 # The window is read back over and over from the moment it appears until a
 # frame shows the box (start-up is still loading then), and that frame is kept
-# as a test artefact.
+# as a test artefact. autoexec.vbt is a named pipe: start-up reads it after the
+# box is drawn and waits there until the test has looked, since the title menu
+# draws over the box as soon as start-up is done.
 set -euo pipefail
 build="$1"
 work="$(mktemp -d)"
 pid=""
+release() {
+    # Opening the pipe for writing lets the waiting start-up read an empty script and go on.
+    [ -p "$work/autoexec.vbt" ] && timeout 5 sh -c ": >'$work/autoexec.vbt'" || true
+}
 cleanup() {
+    release
     if [ -n "$pid" ]; then kill "$pid" 2>/dev/null || true; wait "$pid" 2>/dev/null || true; fi
     rm -rf "$work"
 }
 trap cleanup EXIT
 
 ln -s "$build/run/data" "$work/data"
+mkfifo "$work/autoexec.vbt"
 (cd "$work" && exec "$build/vantle2" >"$work/log.txt" 2>&1) &
 pid=$!
 window="$(timeout 20 xdotool search --sync --onlyvisible --name 'Vantle2' | head -1)"
@@ -43,6 +51,7 @@ for attempt in $(seq 1 100); do
     sleep 0.05
 done
 [ "$found" -eq 1 ] || { echo "no loading box in any frame"; exit 1; }
+release
 # The screenshot is part of the check: a frame that cannot be kept fails the test.
 mkdir -p "$build/test-artefacts"
 shot="$build/test-artefacts/startup_loading_screen.png"
