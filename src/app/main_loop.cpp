@@ -154,7 +154,9 @@ void MainLoopPass() {
     if (!g_window.active || ticks == 0) {
         Sys_Sleep(1);
     }
-    if (kPostEffect && g_window.videoQuality == 2) {
+    // The glow's capture is a frame too: drawn only when a tick ran, like the visible one,
+    // so that video quality 2 costs one extra frame per tick rather than one per pass.
+    if (kPostEffect && g_window.videoQuality == 2 && ticks > 0) {
         CapturePass();
     }
     if (ticks > 0) {
