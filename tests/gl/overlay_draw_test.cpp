@@ -216,7 +216,6 @@ TEST_F(OverlayDrawTest, TheConsoleSlidesOverTheFrame) {
         }
         EXPECT_TRUE(IsGrey(frame.At(400, bottom + 4), 204));
         if (slide == 0.0f) {
-            drawtest::SaveArtefact("console_open", frame);
             EXPECT_TRUE(IsGrey(frame.At(4, 234), 178, 40));  // "V" of the input line
         }
     }
@@ -278,17 +277,25 @@ Ink InkIn(const Frame& frame, int x0, int y0, int size) {
     return ink;
 }
 
-TEST_F(OverlayDrawTest, TheGeneratedFontDrawsEachCharacterFromItsCell) {
-    // The font the content build made, found through the resource lookup like the game does.
+// Loads the font the content build made, found through the resource lookup like the game does.
+bool LoadGeneratedFont() {
     char saved[sizeof(g_resources.dataDirectory)];
     memcpy(saved, g_resources.dataDirectory, sizeof(saved));
     snprintf(g_resources.dataDirectory, sizeof(g_resources.dataDirectory), "%s/data", VANTLE_RUN_DIR);
     g_textures.resources = &g_resources;
-    ASSERT_EQ(g_textures.Bind("gui_font.tga"), 1);
+    int loaded = g_textures.Bind("gui_font.tga");
     GLint bound = 0;
     glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
     memcpy(g_resources.dataDirectory, saved, sizeof(saved));
-    ASSERT_NE(bound, 0) << "no gui_font.tga under " << VANTLE_RUN_DIR << "/data";
+    if (loaded != 1 || bound == 0) {
+        ADD_FAILURE() << "no gui_font.tga under " << VANTLE_RUN_DIR << "/data";
+        return false;
+    }
+    return true;
+}
+
+TEST_F(OverlayDrawTest, TheGeneratedFontDrawsEachCharacterFromItsCell) {
+    ASSERT_TRUE(LoadGeneratedFont());
 
     TextBatch batch;
     const char* samples[5] = {"I", "-", " ", "_", "\x95"};
@@ -325,6 +332,59 @@ TEST_F(OverlayDrawTest, TheGeneratedFontDrawsEachCharacterFromItsCell) {
     ASSERT_GT(bullet.count, 10);
     EXPECT_LT(bullet.right - bullet.left, 40);
     EXPECT_LT(bullet.bottom - bullet.top, 40);
+}
+
+// Columns of row band [top, top + 12) where text shows over the sheet, leftmost and rightmost.
+Ink TextInRow(const Frame& frame, int top) {
+    Ink ink;
+    for (int y = top; y < top + 12; y++) {
+        for (int x = 0; x < 800; x++) {
+            if (frame.At(x, y)[1] > 120) {
+                ink.count++;
+                ink.left = std::min(ink.left, x);
+                ink.right = std::max(ink.right, x);
+            }
+        }
+    }
+    return ink;
+}
+
+TEST_F(OverlayDrawTest, TheOpenConsoleInTheGeneratedFont) {
+    ASSERT_TRUE(LoadGeneratedFont());
+    g_console.Clear();
+    for (int i = 0; i < 30; i++) {
+        g_console.Print("Line %02d: texture set cached (%dms)", i, 10 * i);
+    }
+    snprintf(g_console.inputLine, sizeof(g_console.inputLine), "VID_FOV 30");
+    Clear(0.4f);
+    g_window.Begin2D();
+    DrawConsole(g_console, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f);
+    Frame frame = drawtest::ReadFrame();
+    drawtest::SaveArtefact("console_open", frame);
+
+    // Half black over the grey down to row 241, the grey rule on 243, the frame below.
+    EXPECT_TRUE(IsGrey(frame.At(790, 100), 51));
+    EXPECT_TRUE(IsGrey(frame.At(790, 241), 51));
+    EXPECT_TRUE(IsGrey(frame.At(790, 243), 140, 4));
+    EXPECT_TRUE(IsGrey(frame.At(790, 245), 102));
+    EXPECT_EQ(TextInRow(frame, 244).count + TextInRow(frame, 256).count, 0);
+    // The input line: ten characters and the bullet, the bullet ending the run of text at
+    // 10 x 9.6 to 10 x 9.6 + 12.
+    Ink input = TextInRow(frame, 228);
+    ASSERT_GT(input.count, 40);
+    EXPECT_LE(input.left, 6);
+    EXPECT_GT(input.right, 96);
+    EXPECT_LE(input.right, 108);
+    // Nineteen log lines of 35 characters, newest lowest, the last on the canvas's top row, each row ending
+    // in its last glyph's cell.
+    for (int k = 1; k <= 19; k++) {
+        SCOPED_TRACE(k);
+        Ink row = TextInRow(frame, 228 - 12 * k);
+        ASSERT_GT(row.count, 80);
+        EXPECT_LE(row.left, 6);
+        EXPECT_GT(row.right, 34 * 9.6);
+        EXPECT_LE(row.right, 34 * 9.6 + 12);
+    }
 }
 
 }  // namespace
