@@ -2,9 +2,10 @@
 //
 // The loop only reads g_scene; the scenes switch themselves. Everything the
 // loop, the start-up sequence, the shutdown and the console commands call in
-// other subsystems goes through g_hooks: each subsystem sets its entries once
-// at start-up (before VantleMain runs the loop), and an entry left null is
-// simply skipped, so the program runs with whatever subsystems exist.
+// other subsystems goes through g_hooks: main() sets the entries once through
+// the Install*Hooks functions (app/net_hooks.cpp, app/audio_hooks.cpp, ...)
+// before VantleMain, and an entry left null is simply skipped, so the program
+// runs with whatever subsystems exist.
 #pragma once
 
 #include <cstdint>

@@ -50,3 +50,38 @@ void Sys_JoystickRelease() {
         s_joystick = nullptr;
     }
 }
+
+static int s_virtualIndex = -1;
+
+int Sys_JoystickAttachVirtual() {
+    if (!SDL_WasInit(SDL_INIT_JOYSTICK) && SDL_InitSubSystem(SDL_INIT_JOYSTICK) != 0) {
+        return 0;
+    }
+    if (s_virtualIndex < 0) {
+        s_virtualIndex = SDL_JoystickAttachVirtual(SDL_JOYSTICK_TYPE_GAMECONTROLLER, 3, 32, 0);
+    }
+    return s_virtualIndex >= 0;
+}
+
+static int IsVirtual() {
+    return s_joystick && s_virtualIndex >= 0 && SDL_JoystickIsVirtual(s_virtualIndex);
+}
+
+int Sys_JoystickSetVirtualButton(int index, int down) {
+    return IsVirtual() && SDL_JoystickSetVirtualButton(s_joystick, index, down ? 1 : 0) == 0;
+}
+
+int Sys_JoystickSetVirtualAxis(int index, int value) {
+    if (value < -32768 || value > 32767) {
+        return 0;
+    }
+    return IsVirtual() && SDL_JoystickSetVirtualAxis(s_joystick, index, static_cast<Sint16>(value)) == 0;
+}
+
+void Sys_JoystickDetachVirtual() {
+    Sys_JoystickRelease();
+    if (s_virtualIndex >= 0) {
+        SDL_JoystickDetachVirtual(s_virtualIndex);
+        s_virtualIndex = -1;
+    }
+}

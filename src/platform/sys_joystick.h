@@ -16,3 +16,13 @@ int Sys_JoystickCapture();
 int Sys_JoystickGetPos(SysJoystickState* out);
 // Closes the joystick.
 void Sys_JoystickRelease();
+
+// A virtual pad (3 axes, 32 buttons) that Sys_JoystickCapture finds like a real one, for
+// tests and for driving the game without hardware; 1 or 0.
+int Sys_JoystickAttachVirtual();
+// Presses (1) or releases (0) button index (0-based) of the captured virtual pad; 1 or 0.
+int Sys_JoystickSetVirtualButton(int index, int down);
+// Sets axis index (0-2) of the captured virtual pad, -32768..32767; 1 or 0.
+int Sys_JoystickSetVirtualAxis(int index, int value);
+// Releases the joystick and unplugs the virtual pad.
+void Sys_JoystickDetachVirtual();

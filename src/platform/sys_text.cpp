@@ -59,17 +59,34 @@ static unsigned char ByteFor(uint32_t code) {
     return '?';
 }
 
+// A stray continuation byte, a bad lead byte, a cut-off sequence and an overlong form
+// all decode to one '?', so a broken clipboard cannot smuggle in control bytes.
 void Sys_1252FromUtf8(const char* text, char* out, int outSize) {
+    static const uint32_t kSmallest[4] = {0, 0x80, 0x800, 0x10000};
     const unsigned char* p = reinterpret_cast<const unsigned char*>(text);
     int length = 0;
     while (*p && length + 1 < outSize) {
         uint32_t code = *p++;
-        int extra = code >= 0xF0 ? 3 : code >= 0xE0 ? 2 : code >= 0xC0 ? 1 : 0;
-        if (extra) {
-            code &= 0x3F >> extra;
+        int extra = code >= 0xF8   ? -1
+                    : code >= 0xF0 ? 3
+                    : code >= 0xE0 ? 2
+                    : code >= 0xC0 ? 1
+                    : code >= 0x80 ? -1
+                                   : 0;
+        if (extra < 0) {
+            out[length++] = '?';
+            continue;
         }
-        for (int i = 0; i < extra && (*p & 0xC0) == 0x80; i++) {
+        if (extra > 0) {
+            code &= 0x3Fu >> extra;
+        }
+        int got = 0;
+        while (got < extra && (*p & 0xC0) == 0x80) {
             code = (code << 6) | (*p++ & 0x3F);
+            got++;
+        }
+        if (got < extra || code < kSmallest[extra] || code > 0x10FFFF) {
+            code = '?';
         }
         out[length++] = static_cast<char>(ByteFor(code));
     }

@@ -87,6 +87,16 @@ expected_config() {
 # 1. First run, closed with the window's close button.
 start_game
 expect_size 640 480
+# The start-up log as echoed on stdout: its fixed lines, in order, with the network and
+# the (null) sound device up. Each 83-character separator fills a whole log line.
+sep="$(printf '=%.0s' $(seq 1 83))"
+sed -E -e 's/^(GLSL shader system initialised succesfully|Could not initialise GLSL shaders)$/SHADERS/' \
+    -e 's/^Device found: .+$/DEVICE/' out.txt |
+    grep -xE 'Initialising (OpenGL|Shader system|Winsock 2.2|OpenAL):|SHADERS|DEVICE|Winsock 2.2 .*|=+' >log.txt
+printf '%s\n' "Initialising OpenGL:" "$sep" "Initialising Shader system:" SHADERS "$sep" \
+    "Initialising Winsock 2.2:" "Winsock 2.2 initialised successfully" "$sep" \
+    "Initialising OpenAL:" DEVICE "$sep" >expected_log.txt
+cmp log.txt expected_log.txt || fail "start-up log: $(diff expected_log.txt log.txt | tr '\n' ' ')"
 head -1 out.txt | grep -qx "Initialising OpenGL:" || fail "the start-up log does not begin the output"
 python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
 wait_game

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 #include "app/config_file.h"
@@ -36,8 +37,8 @@ protected:
         highScore = 0;
         Sys_SetMessageBoxHook([](const char*, const char*, unsigned int) {});
         // ctest runs each case in its own process, side by side: one directory per case.
-        std::string name = std::string("config_script_") +
-                           ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        std::string name =
+            std::string("config_script_") + ::testing::UnitTest::GetInstance()->current_test_info()->name();
         dir = test::ScratchDir(name.c_str());
         ASSERT_EQ(getcwd(previous, sizeof(previous)), previous);
         ASSERT_EQ(chdir(dir.c_str()), 0);
@@ -162,6 +163,35 @@ TEST_F(ConfigScript, GarbageScriptsNeverCrash) {
     RunScript("config.vbt", 0);
     ASSERT_EQ(WriteConfig("config.vbt"), 1);
     EXPECT_EQ(Written(), first);
+}
+
+TEST_F(ConfigScript, AWriteThatCannotFinishKeepsThePreviousFile) {
+    ASSERT_TRUE(test::WriteText("config.vbt", "VID_SIZE 800,600\r\n"));
+    // The new text goes to a temporary file beside the old one first; a directory
+    // squatting on that name makes the write fail before anything is renamed.
+    std::string temporary = "config.vbt.tmp" + std::to_string(static_cast<long>(getpid()));
+    ASSERT_TRUE(std::filesystem::create_directory(temporary));
+    EXPECT_EQ(WriteConfig("config.vbt"), 0);
+    EXPECT_EQ(Written(), "VID_SIZE 800,600\r\n");
+    EXPECT_EQ(std::string(g_console.lines[0]), "");  // silently
+    std::filesystem::remove(temporary);
+}
+
+TEST_F(ConfigScript, NoPlaceToWriteWritesNothingAndLeavesNoDebris) {
+    EXPECT_EQ(WriteConfig("missing/config.vbt"), 0);
+    // A directory where the file should go: the rename fails and the temporary goes.
+    ASSERT_TRUE(std::filesystem::create_directory("config.vbt"));
+    ASSERT_TRUE(test::WriteText("config.vbt/keep", "kept"));
+    EXPECT_EQ(WriteConfig("config.vbt"), 0);
+    std::vector<unsigned char> kept = test::ReadFile("config.vbt/keep");
+    EXPECT_EQ(std::string(kept.begin(), kept.end()), "kept");
+    int entries = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(".")) {
+        entries++;
+        EXPECT_EQ(entry.path().filename().string(), "config.vbt");
+    }
+    EXPECT_EQ(entries, 1);
+    EXPECT_EQ(std::string(g_console.lines[0]), "");
 }
 
 }  // namespace
