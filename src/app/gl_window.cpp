@@ -92,7 +92,9 @@ void GlWindow::Destroy() {
         }
         renderContext = nullptr;
     }
-    // The window's drawable goes with the window itself: releasing it cannot fail here.
+    if (deviceContext && !Sys_ReleaseDeviceContext(window, deviceContext)) {
+        ShutdownError("halix_Renderer : Release Device Context Failed.");
+    }
     deviceContext = nullptr;
     if (window && !Sys_DestroyWindow(window)) {
         ShutdownError("halix_Renderer : Could Not Release hWnd.");
@@ -159,10 +161,20 @@ int GlWindow::Create(const char* newTitle, int newWidth, int newHeight, int newF
         Sys_DesktopSize(&desktopWidth, &desktopHeight);
         Sys_MoveWindow(window, desktopWidth / 2 - width / 2, desktopHeight / 2 - height / 2);
     }
-    deviceContext = window;
+    deviceContext = Sys_GetDeviceContext(window);
+    if (!deviceContext) {
+        Destroy();
+        CreateError("halix_Renderer : Can't Create A GL Device Context.");
+        return 0;
+    }
     if (!Sys_ChoosePixelFormat(window)) {
         Destroy();
         CreateError("halix_Renderer : Can't Find A Suitable PixelFormat.");
+        return 0;
+    }
+    if (!Sys_SetPixelFormat(window)) {
+        Destroy();
+        CreateError("halix_Renderer : Can't Set The PixelFormat.");
         return 0;
     }
     renderContext = Sys_CreateContext(window);

@@ -16,12 +16,25 @@ static SDL_Window* ToSdl(SysWindow* window) {
 
 static SDL_DisplayMode s_fullScreenMode;
 
+static int s_failStep = SysStepNone;
+
+void Sys_FailWindowStep(int step) {
+    s_failStep = step;
+}
+
+static int Fails(int step) {
+    return s_failStep == step;
+}
+
 // The "class" is registered while a window may exist. The display connection itself
 // is opened once and kept to the end of the process: closing and reopening it for
 // every re-created window ("VID_RESTART") costs time and can fail under load.
 static int s_classRegistered;
 
 int Sys_InitVideo() {
+    if (Fails(SysStepInitVideo)) {
+        return 0;
+    }
     if (!SDL_WasInit(SDL_INIT_VIDEO)) {
         // Closing the last window is the engine's decision (WM_CLOSE), not SDL's.
         SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");
@@ -51,7 +64,7 @@ int Sys_ShutdownVideo() {
         return 0;
     }
     s_classRegistered = 0;
-    return 1;
+    return !Fails(SysStepShutdownVideo);
 }
 
 int Sys_ChangeDisplayMode(int width, int height, int colourBits) {
@@ -108,7 +121,7 @@ static void SetPixelFormat(const SysPixelFormat* format) {
 
 SysWindow* Sys_CreateWindow(const char* title, int width, int height, int fullScreen,
                             const SysPixelFormat* format) {
-    if (!SDL_WasInit(SDL_INIT_VIDEO)) {
+    if (!SDL_WasInit(SDL_INIT_VIDEO) || Fails(SysStepCreateWindow)) {
         return nullptr;
     }
     SetPixelFormat(format);
@@ -135,7 +148,7 @@ int Sys_DestroyWindow(SysWindow* window) {
     }
     Sys_X11TrackWindow(window, 0);
     Sys_X11DestroyWindow(ToSdl(window));
-    return 1;
+    return !Fails(SysStepDestroyWindow);
 }
 
 void Sys_MoveWindow(SysWindow* window, int x, int y) {
@@ -172,16 +185,35 @@ void Sys_CursorClientPos(SysWindow* window, int* x, int* y) {
     *y = gy - wy;
 }
 
+SysWindow* Sys_GetDeviceContext(SysWindow* window) {
+    return Fails(SysStepDeviceContext) ? nullptr : window;
+}
+
+int Sys_ReleaseDeviceContext(SysWindow* window, SysWindow* deviceContext) {
+    return window && deviceContext == window && !Fails(SysStepReleaseDeviceContext);
+}
+
 int Sys_ChoosePixelFormat(SysWindow* window) {
-    return window && s_formatAccepted && (SDL_GetWindowFlags(ToSdl(window)) & SDL_WINDOW_OPENGL);
+    return window && s_formatAccepted && !Fails(SysStepChoosePixelFormat);
+}
+
+int Sys_SetPixelFormat(SysWindow* window) {
+    return window && (SDL_GetWindowFlags(ToSdl(window)) & SDL_WINDOW_OPENGL) && !Fails(SysStepSetPixelFormat);
 }
 
 SysGlContext* Sys_CreateContext(SysWindow* window) {
+    if (Fails(SysStepCreateContext)) {
+        return nullptr;
+    }
     return reinterpret_cast<SysGlContext*>(SDL_GL_CreateContext(ToSdl(window)));
 }
 
 int Sys_MakeCurrent(SysWindow* window, SysGlContext* context) {
-    return SDL_GL_MakeCurrent(ToSdl(window), reinterpret_cast<SDL_GLContext>(context)) == 0;
+    if (context && Fails(SysStepMakeCurrent)) {
+        return 0;
+    }
+    int made = SDL_GL_MakeCurrent(ToSdl(window), reinterpret_cast<SDL_GLContext>(context)) == 0;
+    return made && !(context == nullptr && Fails(SysStepReleaseCurrent));
 }
 
 int Sys_DeleteContext(SysGlContext* context) {
@@ -189,7 +221,7 @@ int Sys_DeleteContext(SysGlContext* context) {
         return 0;
     }
     SDL_GL_DeleteContext(reinterpret_cast<SDL_GLContext>(context));
-    return 1;
+    return !Fails(SysStepDeleteContext);
 }
 
 int Sys_SwapBuffers(SysWindow* window) {

@@ -44,9 +44,14 @@ void Sys_WindowSize(SysWindow* window, int* width, int* height);
 // The cursor position relative to the window's client area.
 void Sys_CursorClientPos(SysWindow* window, int* x, int* y);
 
-// 1 when the pixel format can be used for the window's GL context (the format was taken
-// when the window was created).
+// The window's drawable (the window itself here), or null.
+SysWindow* Sys_GetDeviceContext(SysWindow* window);
+// Gives the drawable back; 1 or 0.
+int Sys_ReleaseDeviceContext(SysWindow* window, SysWindow* deviceContext);
+// 1 when the pixel format asked for at creation is one the driver offers.
 int Sys_ChoosePixelFormat(SysWindow* window);
+// 1 when the window's framebuffer carries that format (fixed when the window was created).
+int Sys_SetPixelFormat(SysWindow* window);
 // Creates a GL context for the window, or null.
 SysGlContext* Sys_CreateContext(SysWindow* window);
 // Makes the context current on the window (both null: none current); 1 or 0.
@@ -61,3 +66,24 @@ int Sys_SwapIntervalSupported();
 void Sys_SetSwapInterval(int interval);
 // The address of a GL entry point of the current context (ARB extensions), or null.
 void* Sys_GetProcAddress(const char* name);
+
+// The steps above that can fail one by one. Sys_FailWindowStep(step) makes that step
+// report failure every time until it is called with SysStepNone, so the engine's
+// failure paths can be walked on a real display. A teardown step still does its work
+// and only reports the failure, as a driver that fails to release does.
+enum SysWindowStep {
+    SysStepNone,
+    SysStepInitVideo,
+    SysStepCreateWindow,
+    SysStepDeviceContext,
+    SysStepChoosePixelFormat,
+    SysStepSetPixelFormat,
+    SysStepCreateContext,
+    SysStepMakeCurrent,
+    SysStepReleaseCurrent,
+    SysStepDeleteContext,
+    SysStepReleaseDeviceContext,
+    SysStepDestroyWindow,
+    SysStepShutdownVideo
+};
+void Sys_FailWindowStep(int step);
