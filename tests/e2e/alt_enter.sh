@@ -1,0 +1,71 @@
+#!/usr/bin/env bash
+# Alt+Enter through the X server: a 700x500 window from config.vbt becomes a centred 800x600
+# window (the virtual screen refuses that full-screen mode, so the toggle ends windowed),
+# and config.vbt at exit records the snapped size, windowed.
+# Arguments: build directory, source directory.
+set -uo pipefail
+build="$(cd "$1" && pwd)"
+src="$(cd "$2" && pwd)"
+scratch="$build/test-scratch/e2e_alt_enter"
+rm -rf "$scratch"
+mkdir -p "$scratch"
+cd "$scratch" || exit 1
+export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
+pid=""
+
+fail() {
+    echo "FAIL: $*"
+    for f in out.txt err.txt config.vbt; do
+        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | tail -20; }
+    done
+    [ -n "$pid" ] && kill "$pid" 2>/dev/null
+    exit 1
+}
+
+# Waits (at most 30 s) for a visible window of the game that is $1 x $2; sets win.
+wait_window() {
+    for _ in $(seq 1 300); do
+        kill -0 "$pid" 2>/dev/null || fail "the game ended"
+        for w in $(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null); do
+            if xdotool getwindowgeometry --shell "$w" 2>/dev/null | grep -qx "WIDTH=$1"; then
+                geometry="$(xdotool getwindowgeometry --shell "$w")"
+                echo "$geometry" | grep -qx "HEIGHT=$2" && { win="$w"; return 0; }
+            fi
+        done
+        sleep 0.1
+    done
+    fail "no visible $1x$2 window"
+}
+
+printf 'VID_SIZE 700,500\r\n' >config.vbt
+"$build/vantle2" >out.txt 2>err.txt &
+pid=$!
+wait_window 700 500
+first="$win"
+xdotool mousemove --window "$win" 350 250 && sleep 0.3
+xdotool keydown Alt_L && sleep 0.1
+xdotool keydown Return && sleep 0.3
+xdotool keyup Return && sleep 0.1
+xdotool keyup Alt_L
+wait_window 800 600
+[ "$win" != "$first" ] || fail "the window was not created again"
+read -r screen_w screen_h < <(xdotool getdisplaygeometry)
+echo "$geometry" | grep -qx "X=$(((screen_w - 800) / 2))" || fail "not centred: $geometry"
+echo "$geometry" | grep -qx "Y=$(((screen_h - 600) / 2))" || fail "not centred: $geometry"
+# Only one window of the game is left.
+[ "$(xdotool search --all --pid "$pid" --name 'Vantle2' 2>/dev/null | wc -l)" -eq 1 ] ||
+    fail "old windows were left behind"
+
+python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
+for _ in $(seq 1 300); do
+    kill -0 "$pid" 2>/dev/null || break
+    sleep 0.1
+done
+kill -0 "$pid" 2>/dev/null && fail "the game is still running"
+wait "$pid"
+status=$?
+pid=""
+[ "$status" -eq 0 ] || fail "exit status $status"
+grep -qx $'VID_SIZE 800,600\r' config.vbt || fail "config.vbt lacks the snapped size"
+grep -qx $'VID_FULL 0\r' config.vbt || fail "config.vbt does not record a window"
+echo "PASS"
