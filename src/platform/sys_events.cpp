@@ -205,6 +205,24 @@ static void TranslateEvent(const SDL_Event& event) {
     }
 }
 
+int Sys_InjectKey(int scancode, int down, int repeat, int modifiers) {
+    if (!SDL_WasInit(SDL_INIT_EVENTS) && SDL_InitSubSystem(SDL_INIT_EVENTS) != 0) {
+        return 0;
+    }
+    SDL_Event event;
+    SDL_zero(event);
+    event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
+    event.key.state = down ? SDL_PRESSED : SDL_RELEASED;
+    event.key.repeat = repeat ? 1 : 0;
+    event.key.keysym.scancode = static_cast<SDL_Scancode>(scancode);
+    Uint16 mod = KMOD_NONE;
+    mod |= (modifiers & SysModAlt) ? KMOD_LALT : 0;
+    mod |= (modifiers & SysModCtrl) ? KMOD_LCTRL : 0;
+    mod |= (modifiers & SysModShift) ? KMOD_LSHIFT : 0;
+    event.key.keysym.mod = mod;
+    return SDL_PushEvent(&event) == 1;
+}
+
 static int PlatformEventsRunning() {
     return SDL_WasInit(SDL_INIT_VIDEO | SDL_INIT_EVENTS) != 0;
 }

@@ -56,6 +56,14 @@ typedef intptr_t (*SysWindowProc)(SysWindow* window, unsigned int message, uintp
 void Sys_SetWindowProc(SysWindowProc proc);
 // Removes the oldest message into out; 0 when the queue is empty.
 int Sys_PeekMessage(SysMessage* out);
+
+// Modifier bits for Sys_InjectKey.
+enum { SysModAlt = 1, SysModCtrl = 2, SysModShift = 4 };
+// Hands the platform a key event as the keyboard would (scancode as the platform numbers
+// physical keys, repeat for auto-repeat), so it goes through the same translation into
+// messages as a real key; for tests and for anything that drives the game without a
+// keyboard. The message it becomes has no window. 1 or 0.
+int Sys_InjectKey(int scancode, int down, int repeat, int modifiers);
 // Calls the window procedure with the message and returns its result.
 intptr_t Sys_DispatchMessage(const SysMessage* message);
 // The default processing of a message nobody handled: nothing, result 0.

@@ -1,0 +1,104 @@
+// Key events through the platform's translation into the window procedure's
+// messages: key down and up with the virtual-key code and the lParam bits Windows
+// builds (repeat count, scan code, previous state, transition), auto-repeat, and the
+// system keys (F10, Alt alone, Alt combinations but not AltGr) that the key table
+// never sees.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "app/gl_window.h"
+#include "app/input.h"
+#include "platform/sys_events.h"
+#include "platform/sys_keys.h"
+
+namespace {
+
+// Physical keys by their USB usage numbers (the platform's scancodes).
+enum { kA = 4, kReturn = 40, kF10 = 67, kLAlt = 226 };
+
+class KeyMessages : public ::testing::Test {
+protected:
+    void SetUp() override {
+        Sys_FlushMessages();
+        saved = g_activeWindow;
+        g_activeWindow = &g_window;
+        memset(g_window.keys, 0, sizeof(g_window.keys));
+        Sys_SetWindowProc(WindowProc);
+    }
+    void TearDown() override {
+        g_activeWindow = saved;
+        memset(g_window.keys, 0, sizeof(g_window.keys));
+        Sys_FlushMessages();
+    }
+    // Injects one key event and takes the one message it becomes, then dispatches it.
+    static SysMessage Key(int scancode, int down, int repeat, int modifiers) {
+        EXPECT_EQ(Sys_InjectKey(scancode, down, repeat, modifiers), 1);
+        SysMessage message;
+        memset(&message, 0, sizeof(message));
+        EXPECT_EQ(Sys_PeekMessage(&message), 1);
+        Sys_DispatchMessage(&message);
+        SysMessage none;
+        EXPECT_EQ(Sys_PeekMessage(&none), 0) << "one key event must make exactly one message";
+        return message;
+    }
+    GlWindow* saved;
+};
+
+TEST_F(KeyMessages, PressRepeatAndReleaseCarryWindowsLParamBits) {
+    SysMessage down = Key(kA, 1, 0, 0);
+    EXPECT_EQ(down.message, static_cast<unsigned int>(WM_KEYDOWN));
+    EXPECT_EQ(down.wParam, static_cast<uintptr_t>('A'));
+    EXPECT_EQ(static_cast<uint32_t>(down.lParam), 1u | (kA << 16));
+    EXPECT_EQ(g_window.keys['A'], 1);
+
+    // A consumer cleared the key; auto-repeat sets it again and says the key was down.
+    g_window.keys['A'] = 0;
+    SysMessage repeat = Key(kA, 1, 1, 0);
+    EXPECT_EQ(repeat.message, static_cast<unsigned int>(WM_KEYDOWN));
+    EXPECT_EQ(static_cast<uint32_t>(repeat.lParam), 1u | (kA << 16) | (1u << 30));
+    EXPECT_EQ(g_window.keys['A'], 1);
+
+    SysMessage up = Key(kA, 0, 0, 0);
+    EXPECT_EQ(up.message, static_cast<unsigned int>(WM_KEYUP));
+    EXPECT_EQ(static_cast<uint32_t>(up.lParam), 1u | (kA << 16) | (1u << 30) | (1u << 31));
+    EXPECT_EQ(g_window.keys['A'], 0);
+}
+
+TEST_F(KeyMessages, SystemKeysNeverReachTheKeyTable) {
+    struct Case {
+        int scancode;
+        int modifiers;
+        int vk;
+    } const kCases[] = {
+        {kF10, 0, VK_F10},
+        {kLAlt, SysModAlt, VK_MENU},
+        {kA, SysModAlt, 'A'},
+        {kReturn, SysModAlt, VK_RETURN},
+        {kA, SysModAlt | SysModShift, 'A'},
+    };
+    for (const Case& c : kCases) {
+        SCOPED_TRACE(c.vk);
+        SysMessage down = Key(c.scancode, 1, 0, c.modifiers);
+        EXPECT_EQ(down.message, static_cast<unsigned int>(WM_SYSKEYDOWN));
+        EXPECT_EQ(down.wParam, static_cast<uintptr_t>(c.vk));
+        SysMessage up = Key(c.scancode, 0, 0, c.modifiers);
+        EXPECT_EQ(up.message, static_cast<unsigned int>(WM_SYSKEYUP));
+    }
+    for (int vk = 0; vk < 256; vk++) {
+        EXPECT_EQ(g_window.keys[vk], 0) << "key " << vk;
+    }
+}
+
+TEST_F(KeyMessages, AltGrAndShiftedKeysAreOrdinaryKeys) {
+    // AltGr arrives as Ctrl+Alt: it types characters, so it is no system key.
+    SysMessage altGr = Key(kA, 1, 0, SysModAlt | SysModCtrl);
+    EXPECT_EQ(altGr.message, static_cast<unsigned int>(WM_KEYDOWN));
+    EXPECT_EQ(g_window.keys['A'], 1);
+    Key(kA, 0, 0, SysModAlt | SysModCtrl);
+    SysMessage shifted = Key(kA, 1, 0, SysModShift);
+    EXPECT_EQ(shifted.message, static_cast<unsigned int>(WM_KEYDOWN));
+    EXPECT_EQ(g_window.keys['A'], 1);
+}
+
+}  // namespace
