@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Real mouse input through the X server into the camera: with no scene moving
-# the camera, a right drag of 100 pixels left and 48 down in a 640x480 window
-# (125 and 60 units of the 800x600 virtual screen) turns the camera by yaw +25
-# and pitch +12, which config.vbt records at exit.
+# Real mouse input through the X server over the title scene: a right drag of 100 pixels
+# left and 48 down turns the mouse camera (yaw +25, pitch +12) at the start of a tick, but
+# the title's own update comes later in the same tick and puts its camera back, so
+# config.vbt at exit holds the title's camera exactly. A mouse camera run after the scene
+# update, or a scene update skipped on ticks with mouse input, shows here.
 # Arguments: build directory, source directory.
 set -uo pipefail
 build="$(cd "$1" && pwd)"
@@ -51,6 +52,6 @@ wait "$pid"
 status=$?
 pid=""
 [ "$status" -eq 0 ] || fail "exit status $status"
-grep -qx $'CAMERA_ROT 12.00,25.00,0.00\r' config.vbt || fail "the drag did not turn the camera as expected"
-grep -qx $'CAMERA_POS 0.00,0.00,0.00\r' config.vbt || fail "a right drag moved the camera"
+grep -qx $'CAMERA_ROT 4.60,180.00,0.00\r' config.vbt || fail "the drag turned the title's camera"
+grep -qx $'CAMERA_POS 5.90,48.00,660.50\r' config.vbt || fail "the drag moved the title's camera"
 echo "PASS"
