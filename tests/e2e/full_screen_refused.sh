@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# A full-screen mode the display does not offer: config.vbt asks for 1000x700 full screen
+# (the virtual screen has only its own mode), the game opens a centred 1000x700 window
+# instead without any error box, and config.vbt at exit records windowed mode.
+# Arguments: build directory, source directory.
+set -uo pipefail
+build="$(cd "$1" && pwd)"
+src="$(cd "$2" && pwd)"
+scratch="$build/test-scratch/e2e_full_screen_refused"
+rm -rf "$scratch"
+mkdir -p "$scratch"
+cd "$scratch" || exit 1
+export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
+pid=""
+
+fail() {
+    echo "FAIL: $*"
+    for f in out.txt err.txt config.vbt; do
+        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | tail -20; }
+    done
+    [ -n "$pid" ] && kill "$pid" 2>/dev/null
+    exit 1
+}
+
+printf 'VID_FULL 1\r\nVID_SIZE 1000,700\r\n' >config.vbt
+"$build/vantle2" >out.txt 2>err.txt &
+pid=$!
+win=""
+for _ in $(seq 1 300); do
+    win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
+    [ -n "$win" ] && break
+    kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
+    sleep 0.1
+done
+[ -n "$win" ] || fail "no window appeared"
+geometry="$(xdotool getwindowgeometry --shell "$win")"
+read -r screen_w screen_h < <(xdotool getdisplaygeometry)
+for line in "WIDTH=1000" "HEIGHT=700" "X=$(((screen_w - 1000) / 2))" "Y=$(((screen_h - 700) / 2))"; do
+    echo "$geometry" | grep -qx "$line" || fail "expected $line: $geometry"
+done
+
+python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
+for _ in $(seq 1 300); do
+    kill -0 "$pid" 2>/dev/null || break
+    sleep 0.1
+done
+kill -0 "$pid" 2>/dev/null && fail "the game is still running"
+wait "$pid"
+status=$?
+pid=""
+[ "$status" -eq 0 ] || fail "exit status $status"
+grep -q 'ERROR' err.txt && fail "an error box was shown"
+grep -qx $'VID_FULL 0\r' config.vbt || fail "config.vbt does not record windowed mode"
+grep -qx $'VID_SIZE 1000,700\r' config.vbt || fail "config.vbt lost the size"
+echo "PASS"
