@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Alt+Enter through the X server: a 700x500 window from config.vbt becomes a centred 800x600
-# window (the virtual screen refuses that full-screen mode, so the toggle ends windowed),
-# and config.vbt at exit records the snapped size, windowed.
+# window (the virtual screen refuses that full-screen mode, so the toggle ends windowed);
+# held down, the keys re-create the window pass after pass; config.vbt at exit records the
+# snapped size, windowed.
 # Arguments: build directory, source directory.
 set -uo pipefail
 build="$(cd "$1" && pwd)"
@@ -55,6 +56,21 @@ echo "$geometry" | grep -qx "Y=$(((screen_h - 600) / 2))" || fail "not centred: 
 # Only one window of the game is left.
 [ "$(xdotool search --all --pid "$pid" --name 'Vantle2' 2>/dev/null | wc -l)" -eq 1 ] ||
     fail "old windows were left behind"
+
+# Held, the keys toggle again on every pass: one window after another while they stay down.
+xdotool mousemove --window "$win" 400 300 && sleep 0.3
+xdotool keydown Alt_L && sleep 0.1
+xdotool keydown Return
+: >ids.txt
+end=$((SECONDS + 2))
+while [ "$SECONDS" -lt "$end" ]; do
+    xdotool search --all --pid "$pid" --name 'Vantle2' >>ids.txt 2>/dev/null
+done
+xdotool keyup Return && sleep 0.1
+xdotool keyup Alt_L
+windows="$(sort -u ids.txt | wc -l)"
+[ "$windows" -ge 3 ] || fail "holding Alt+Enter made $windows windows, not one after another"
+wait_window 800 600
 
 python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
 for _ in $(seq 1 300); do
