@@ -1,0 +1,71 @@
+#!/usr/bin/env bash
+# Full screen in a mode the display offers (the virtual screen's own 1280x1024): the window
+# covers the screen from (0, 0); Alt+Enter through the X server leaves full screen, snaps
+# the size by its width to 1280x960 and opens that as a centred window; config.vbt at exit
+# records it, windowed.
+# Arguments: build directory, source directory.
+set -uo pipefail
+build="$(cd "$1" && pwd)"
+src="$(cd "$2" && pwd)"
+scratch="$build/test-scratch/e2e_full_screen"
+rm -rf "$scratch"
+mkdir -p "$scratch"
+cd "$scratch" || exit 1
+export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
+pid=""
+
+fail() {
+    echo "FAIL: $*"
+    for f in out.txt err.txt config.vbt; do
+        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | tail -20; }
+    done
+    [ -n "$pid" ] && kill "$pid" 2>/dev/null
+    exit 1
+}
+
+# Waits (at most 30 s) for a visible window of the game at $1 x $2 of size $3 x $4; sets win.
+wait_window() {
+    for _ in $(seq 1 300); do
+        kill -0 "$pid" 2>/dev/null || fail "the game ended"
+        for w in $(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null); do
+            geometry="$(xdotool getwindowgeometry --shell "$w" 2>/dev/null)"
+            if echo "$geometry" | grep -qx "X=$1" && echo "$geometry" | grep -qx "Y=$2" &&
+                echo "$geometry" | grep -qx "WIDTH=$3" && echo "$geometry" | grep -qx "HEIGHT=$4"; then
+                win="$w"
+                return 0
+            fi
+        done
+        sleep 0.1
+    done
+    fail "no visible $3x$4 window at ($1, $2): $geometry"
+}
+
+read -r screen_w screen_h < <(xdotool getdisplaygeometry)
+# Widths above 1152 snap to 1280x960, which must fit on the screen.
+[ "$screen_w" -gt 1152 ] && [ "$screen_h" -ge 960 ] || fail "the screen is too small: ${screen_w}x$screen_h"
+printf 'VID_FULL 1\r\nVID_SIZE %d,%d\r\n' "$screen_w" "$screen_h" >config.vbt
+"$build/vantle2" >out.txt 2>err.txt &
+pid=$!
+wait_window 0 0 "$screen_w" "$screen_h"
+
+xdotool mousemove --window "$win" 300 200 && sleep 0.3
+xdotool keydown Alt_L && sleep 0.1
+xdotool keydown Return && sleep 0.05
+xdotool keyup Return
+xdotool keyup Alt_L
+wait_window $(((screen_w - 1280) / 2)) $(((screen_h - 960) / 2)) 1280 960
+
+python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
+for _ in $(seq 1 300); do
+    kill -0 "$pid" 2>/dev/null || break
+    sleep 0.1
+done
+kill -0 "$pid" 2>/dev/null && fail "the game is still running"
+wait "$pid"
+status=$?
+pid=""
+[ "$status" -eq 0 ] || fail "exit status $status"
+grep -q 'ERROR' err.txt && fail "an error box was shown"
+grep -qx $'VID_FULL 0\r' config.vbt || fail "config.vbt does not record windowed mode"
+grep -qx $'VID_SIZE 1280,960\r' config.vbt || fail "config.vbt lacks the snapped size"
+echo "PASS"
