@@ -291,6 +291,39 @@ TEST_F(GameViewTest, TheFillSavingsKeepThePicture) {
     g_window.Resize(800, 600);
 }
 
+TEST_F(GameViewTest, TheLightingViewShowsThePagesWithTheirTriangles) {
+    const float lo[3] = {-40, -40, -40}, hi[3] = {40, 40, 40};
+    int piece = scenetest::AddBoxPiece(g_location, "lit", lo, hi);
+    unsigned char* page = g_location.lightmaps.EnsurePage(0);
+    ASSERT_NE(page, nullptr);
+    memset(page, 200, LightmapSet::kPageBytes);
+    // One triangle of the piece on page 0: (0.1, 0.1), (0.5, 0.1), (0.1, 0.5); the rest on none.
+    unsigned int count = g_location.pieces[piece]->model.frameTriangles * 3;
+    LightmapVertex* coords = static_cast<LightmapVertex*>(calloc(count, sizeof(LightmapVertex)));
+    for (unsigned int v = 0; v < count; v++) {
+        coords[v].page = LightmapSet::kNoPage;
+    }
+    const float uv[3][2] = {{0.1f, 0.1f}, {0.5f, 0.1f}, {0.1f, 0.5f}};
+    for (int v = 0; v < 3; v++) {
+        coords[v] = LightmapVertex{0, uv[v][0], uv[v][1]};
+    }
+    g_location.lightmaps.coords[piece] = coords;
+    g_location.lightmaps.coordCounts[piece] = count;
+    g_location.lightmaps.Upload();
+    g_camera.yaw = 0.0f;  // the box behind the camera: only the view's own drawing shows
+    Frame normal = DrawFrame();
+    EXPECT_TRUE(Near(normal.At(700, 200), 0, 0, 0));
+    g_debug = 1;
+    g_debugMode = 4;
+    Frame view = DrawFrame();
+    // The page fills (536, 8)-(792, 264); the triangle's top edge runs along y = 8 + 25.6.
+    EXPECT_TRUE(Near(view.At(700, 200), 200, 200, 200));
+    EXPECT_TRUE(Near(view.At(600, 33), 0, 0, 0));
+    EXPECT_TRUE(Near(view.At(600, 40), 200, 200, 200));
+    EXPECT_TRUE(Near(view.At(700, 33), 200, 200, 200));  // past the edge's end at x 664
+    EXPECT_TRUE(Near(view.At(530, 200), 0, 0, 0));
+}
+
 class ParticleDrawTest : public GameViewTest {
 protected:
     static Frame DrawParticleFrame() {
