@@ -2,8 +2,10 @@
 # Takes the README's pictures from the real program: the title screen, level 01
 # and level 02 played by their solution replays, and both closing scenes, each
 # an 800 x 600 PNG in docs/images/. Runs itself under xvfb-run with Mesa's
-# software rasteriser when no display is set. Needs a built tree (build/, with
-# the game data in build/run/data); builds it when missing.
+# software rasteriser when no display is set. Uses the program and data of a
+# built tree (default build/, data in build/run/data), and builds build/ when
+# it is missing.
+#   scripts/screenshots.sh [build directory]
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 cd "$root"
@@ -11,7 +13,10 @@ if [ -z "${DISPLAY:-}" ]; then
     exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0" "$@"
 fi
 export LIBGL_ALWAYS_SOFTWARE=1 ALSOFT_DRIVERS=null VANTLE_NO_MESSAGE_BOX=1
-[ -x build/vantle2 ] || { cmake -S . -B build -DCMAKE_BUILD_TYPE=Release >/dev/null && cmake --build build -j "$(nproc)"; }
+if [ $# -eq 0 ] && [ ! -x build/vantle2 ]; then
+    cmake -S . -B build -DCMAKE_BUILD_TYPE=Release >/dev/null && cmake --build build -j "$(nproc)"
+fi
+build="$(cd "${1:-build}" && pwd)"
 
 out="$root/docs/images"
 work="$(mktemp -d)"
@@ -25,10 +30,10 @@ shoot() {
     shift 2
     local run="$work/$name"
     mkdir -p "$run"
-    ln -s "$root/build/run/data" "$run/data"
+    ln -s "$build/run/data" "$run/data"
     printf 'VID_SIZE 800 600\n' >"$run/config.vbt"
     printf '%s\n' "$@" >"$run/autoexec.vbt"
-    (cd "$run" && exec "$root/build/vantle2" >log.txt 2>&1) &
+    (cd "$run" && exec "$build/vantle2" >log.txt 2>&1) &
     local pid=$! win=""
     for _ in $(seq 1 600); do
         grep -qE '^(Title menu|Level [0-9]+:|Closing scene)' "$run/log.txt" 2>/dev/null && break
