@@ -36,8 +36,10 @@ TEST_F(GameTickOrderTest, AirRunningOutOnTheFinishKillsBeforeTheFinishIsSeen) {
     AddEntity("player", 0, 0, 0);
     StartLevel();
     air = 0.02f;
+    float clock = animClock;
     Tick();
     EXPECT_EQ(lives, 2) << "the air step runs before the contact passes";
+    EXPECT_FLOAT_EQ(animClock, clock + 0.02f) << "the scene clock runs before the air step";
     EXPECT_EQ(levelComplete, 0);
     EXPECT_FLOAT_EQ(g_window.flashColour[2], 1.0f);
     EXPECT_FLOAT_EQ(g_window.flashColour[0], 1.0f) << "the restart's white flash, not the finish's blue";
@@ -161,8 +163,8 @@ TEST_F(GameTickOrderTest, AFallOfAnyHeightOntoPlatformObjectsLandsSafely) {
 // last ground 15 below the take-off so that the probe lands on the deep floor (an unsafe drop).
 class JumpAssistBoundsTest : public test::GameFixture {
 protected:
-    void Build(float blockYaw) {
-        AddPiece("deep", "textures\\01\\rock.tga", -600, -200, -600, 600, -85, 600);
+    void Build(float blockYaw, float deepTop = -85) {
+        AddPiece("deep", "textures\\01\\rock.tga", -600, -200, -600, 600, deepTop, 600);
         AddPiece("start", "textures\\01\\rock.tga", -8, -10, -8, 8, 0, 8);
         float bx = 117.0f * sinf(blockYaw * kDegToRad), bz = 117.0f * cosf(blockYaw * kDegToRad);
         AddPiece("block", "textures\\01\\rock.tga", bx - 2, -30, bz - 2, bx + 2, -20, bz + 2);
@@ -183,6 +185,11 @@ TEST_F(JumpAssistBoundsTest, TheSearchStartsAtThirtyBelowTheHeading) {
     EXPECT_FLOAT_EQ(player->rotation[1], -30.0f);
     EXPECT_NEAR(player->velocity[0], -2.25f * 0.5f, 1e-4);
     EXPECT_EQ(player->state, 2);
+}
+
+TEST_F(JumpAssistBoundsTest, AStraightDropJustOver80IsAlreadySteered) {
+    Build(10, -82);  // the probe meets the deep floor 83.6 below the take-off
+    EXPECT_FLOAT_EQ(player->rotation[1], 10.0f);
 }
 
 TEST_F(JumpAssistBoundsTest, TheSearchStopsBelowThirtyAboveTheHeading) {
