@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
+#include <string>
 #include <vector>
 
 #include "audio/ogg_decoder.h"
@@ -11,6 +13,9 @@
 #include "image.h"
 #include "music_assets.h"
 #include "piano_roll.h"
+#include "resources/flare_list.h"
+#include "resources/location.h"
+#include "resources/model.h"
 #include "resources/resource_manager.h"
 
 static std::vector<unsigned char> OpenData(const char* name) {
@@ -104,4 +109,133 @@ TEST(ContentData, MusicDecodesAndTheTitlePieceLastsOnePianoLoop) {
     ASSERT_TRUE(DecodePianoRoll(roll.data(), roll.size(), &events));
     EXPECT_EQ(roll.size(), 4 + 8 * events.size());
     EXPECT_GT(events.size(), 0u);
+}
+
+static const char* const kModels[] = {
+    "delver.vmd", "light.vmd",    "logo\\delver.vmd",      "foot.vmd",           "spikes.vmd",  "keys.vmd",
+    "door.vmd",   "platform.vmd", "platform_collapse.vmd", "logo\\keyboard.vmd", "logo\\3d.vmd"};
+static const char* const kObjectPictures[] = {"delver.tga",
+                                              "foot.tga",
+                                              "nettle.tga",
+                                              "key_czone.tga",
+                                              "door.tga",
+                                              "textures\\01\\platform.tga",
+                                              "textures\\01\\conveyer.tga",
+                                              "logo\\keyboard.tga",
+                                              "logo\\logotext_3d.tga",
+                                              "delver_light.tga"};
+
+static std::unique_ptr<Location> LoadLocation(const char* name) {
+    std::unique_ptr<Location> loc(new Location());
+    std::vector<unsigned char> bytes = OpenData(name);
+    EXPECT_FALSE(bytes.empty()) << name;
+    if (bytes.empty() || loc->Parse(bytes.data(), static_cast<unsigned int>(bytes.size())) == 0) {
+        ADD_FAILURE() << name << " does not load";
+        loc->Clear();
+    }
+    return loc;
+}
+
+static bool HasEntity(const Location& loc, const char* prefix) {
+    for (int i = 0; i < loc.entityCount; i++) {
+        if (strncmp(loc.entities[i]->name, prefix, strlen(prefix)) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+TEST(ContentData, ModelsAndObjectPicturesResolveAndLoad) {
+    for (const char* name : kModels) {
+        std::vector<unsigned char> bytes = OpenData(name);
+        ASSERT_FALSE(bytes.empty()) << name;
+        Model model;
+        EXPECT_EQ(model.Parse(bytes.data(), static_cast<unsigned int>(bytes.size())), bytes.size()) << name;
+    }
+    for (const char* name : kObjectPictures) {
+        std::vector<unsigned char> bytes = OpenData(name);
+        ASSERT_FALSE(bytes.empty()) << name;
+        Image img;
+        EXPECT_TRUE(DecodeTga(bytes.data(), bytes.size(), &img)) << name;
+    }
+    std::vector<unsigned char> vfl = OpenData("test.vfl");
+    FlareList flares;
+    ASSERT_EQ(flares.Parse(vfl.data(), static_cast<unsigned int>(vfl.size())), 1);
+    for (unsigned int i = 0; i < flares.count; i++) {
+        EXPECT_FALSE(OpenData(flares.elements[i]->name).empty()) << flares.elements[i]->name;
+    }
+}
+
+TEST(ContentData, EveryLocationNamesOnlyThingsTheDataHolds) {
+    const char* names[] = {"logo\\logo.vlc", "levels\\done.vlc", "levels\\end.vlc", "levels\\01.vlc",
+                           "levels\\02.vlc"};
+    for (const char* name : names) {
+        std::unique_ptr<Location> loc = LoadLocation(name);
+        ASSERT_GT(loc->pieceCount, 0) << name;
+        EXPECT_GT(strlen(loc->name), 0u) << name;
+        // Baked: pages exist and every piece drawn with a lightmap has its coordinates.
+        EXPECT_GT(loc->lightmaps.pageCount, 0u) << name;
+        for (int i = 0; i < loc->pieceCount; i++) {
+            const LocationPiece* piece = loc->pieces[i];
+            EXPECT_FALSE(OpenData(piece->textureName).empty()) << name << ": " << piece->textureName;
+            if (!(piece->model.modelFlag & 0x14)) {
+                EXPECT_NE(loc->lightmaps.coords[i], nullptr) << name << ": piece " << piece->name;
+            }
+        }
+        // Every enemy's own model and picture exist, and so does its first route point.
+        for (int i = 0; i < loc->entityCount; i++) {
+            const char* e = loc->entities[i]->name;
+            EXPECT_LT(strlen(e), 20u) << e;
+            if (strncmp(e, "enemy", 5) == 0 && !strstr(e, "_route")) {
+                std::string model = std::string(e) + ".vmd", picture = std::string(e) + ".tga";
+                EXPECT_FALSE(OpenData(model.c_str()).empty()) << model;
+                EXPECT_FALSE(OpenData(picture.c_str()).empty()) << picture;
+                EXPECT_TRUE(HasEntity(*loc, (std::string(e) + "_route00").c_str())) << e;
+            }
+        }
+    }
+}
+
+TEST(ContentData, ScenesAndFirstLevelsHoldWhatTheGameLooksFor) {
+    std::unique_ptr<Location> logo = LoadLocation("logo\\logo.vlc");
+    const char* swaying[] = {"clouds", "plant1", "plant2", "plant3",      "plant4",
+                             "plant5", "plant6", "bushes", "tree_leaves", "tree_trunk"};
+    for (const char* piece : swaying) {
+        bool found = false;
+        for (int i = 0; i < logo->pieceCount; i++) {
+            found = found || strcmp(logo->pieces[i]->name, piece) == 0;
+        }
+        EXPECT_TRUE(found) << "logo scene lacks piece " << piece;
+    }
+    EXPECT_TRUE(HasEntity(*logo, "smoke"));
+    EXPECT_TRUE(HasEntity(*logo, "light"));
+    EXPECT_TRUE(HasEntity(*LoadLocation("levels\\done.vlc"), "player_dance"));
+    std::unique_ptr<Location> end = LoadLocation("levels\\end.vlc");
+    EXPECT_TRUE(HasEntity(*end, "foot"));
+    EXPECT_TRUE(HasEntity(*end, "player_prop"));
+
+    // Between them the first two levels use every kind of thing the rules know.
+    std::unique_ptr<Location> levels[2] = {LoadLocation("levels\\01.vlc"), LoadLocation("levels\\02.vlc")};
+    const char* kinds[] = {"player", "key",           "exit",
+                           "spike",  "platform",      "collapse",
+                           "enemy",  "particle_dirt", "particle_sparkles",
+                           "light"};
+    for (const char* kind : kinds) {
+        EXPECT_TRUE(HasEntity(*levels[0], kind) || HasEntity(*levels[1], kind)) << kind;
+    }
+    bool finish = false, conveyor = false, route = false;
+    for (auto& level : levels) {
+        EXPECT_TRUE(HasEntity(*level, "player"));
+        EXPECT_TRUE(HasEntity(*level, "exit"));
+        for (int i = 0; i < level->pieceCount; i++) {
+            const LocationPiece* p = level->pieces[i];
+            bool solid = (p->model.modelFlag & 0x40) != 0;
+            finish = finish || (solid && strcmp(p->name, "finish") == 0);
+            conveyor = conveyor || (solid && strcmp(p->textureName, "textures\\01\\conveyer.tga") == 0);
+        }
+        route = route || (HasEntity(*level, "enemy01_route02") || HasEntity(*level, "enemy02_route02"));
+    }
+    EXPECT_TRUE(finish);
+    EXPECT_TRUE(conveyor);
+    EXPECT_TRUE(route) << "an enemy walks a route of at least three points";
 }

@@ -6,6 +6,8 @@
 
 #include "character_models.h"
 #include "interface_textures.h"
+#include "level_compiler.h"
+#include "level_textures.h"
 #include "music_assets.h"
 #include "prop_models.h"
 #include "resources/package.h"
@@ -23,8 +25,11 @@ bool BuildContent(const ContentOptions& options, AssetList* list, std::string* e
         !GenerateTitleModels(list, options.fontDirectory, error)) {
         return false;
     }
+    GenerateLevelTextures(list);
     GenerateSoundEffects(list);
-    return GenerateMusic(list, options.contentDirectory, error);
+    // Levels last: the compiler checks every texture name against what is made above.
+    return GenerateMusic(list, options.contentDirectory, error) &&
+           GenerateLevels(list, options.contentDirectory, options.bake, error);
 }
 
 bool WritePackages(const AssetList& list, const std::string& dataDirectory, std::string* error) {
