@@ -22,6 +22,10 @@ for name in 'gui_font.tga' 'gui\level_bar.tga' 'logo\logotext_main.tga' 'particl
     'sound\run04.wav' 'sound\blip.wav' 'sound\music_menu.ogg' 'sound\music_win.ogg' 'piano.vpr'; do
     grep -qF "  $name" "$work/list.txt" || { echo "missing $name"; exit 1; }
 done
+"$build/vpk" list "$work/a/levels.vpk" >"$work/levels.txt"
+for name in 'logo\logo.vlc' 'levels\01.vlc' 'levels\02.vlc' 'levels\done.vlc' 'levels\end.vlc'; do
+    grep -qF "  $name" "$work/levels.txt" || { echo "missing $name"; exit 1; }
+done
 
 # A score with a bad note: the tool fails and names the file and line.
 cp -r "$source/content" "$work/broken"
@@ -31,3 +35,13 @@ if "$tool" --content "$work/broken" --out "$work/c" 2>"$work/err.txt"; then
     exit 1
 fi
 grep -q 'level.txt:4:' "$work/err.txt"
+
+# A level naming a texture nobody makes: the level file and the piece's line.
+rm -rf "$work/broken"
+cp -r "$source/content" "$work/broken"
+printf 'location Typo\n\npiece floor textures\\01\\gras.tga solid\n    box 0 0 0 1 1 1\n' >"$work/broken/levels/03.lvl"
+if "$tool" --content "$work/broken" --out "$work/c" 2>"$work/err.txt"; then
+    echo "a level with an unknown texture was accepted"
+    exit 1
+fi
+grep -q '03.lvl:3: texture' "$work/err.txt"

@@ -145,7 +145,7 @@ bool MakeTitleTextMesh(const std::string& fontDirectory, ShapeMesh* mesh, std::s
             }
             Vec3 lo = V3((x - w / 2) * pixel, (h / 2 - y - 1) * pixel, -depth / 2);
             Vec3 hi = V3((end - w / 2) * pixel, (h / 2 - y) * pixel, depth / 2);
-            mesh->AddBox(lo, hi, 1.0f / (16 * pixel));
+            mesh->AddBox(lo, hi, 1.0f / (96 * pixel));
             x = end;
         }
     }
