@@ -176,5 +176,6 @@ void InitGame() {
     g_scoreText.AddEntry("", 550, 0, 800, 26, 1.0f, 0);
     g_completedText.AddEntry("Completed!", 0, 0, 800, 64, 1.0f, 1);
     g_completedText.Build();
-    memset(objects, 0, sizeof(objects));
+    // Freed, not forgotten: the replay runner starts one game after another in a single run.
+    DeleteAllObjects();
 }
