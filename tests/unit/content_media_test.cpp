@@ -110,6 +110,43 @@ TEST(ContentPictures, EveryPictureIsAPowerOfTwoAndParticleStripsHoldTheirFrames)
     }
 }
 
+// The widget geometry samples fixed texture coordinates (v from the bottom):
+// each widget's rectangle is opaque where it is sampled, and the rows between
+// them stay clear, so no bar bleeds into its neighbour when filtered.
+TEST(ContentPictures, WidgetSheetHoldsEachWidgetAtItsTextureCoordinates) {
+    AssetList list;
+    std::string error;
+    ASSERT_TRUE(GenerateInterfaceTextures(&list, CONTENT_DEFAULT_FONT_DIRECTORY, &error)) << error;
+    Image img = DecodeAsset(list, "gui_controls.tga");
+    ASSERT_GT(img.width, 0);
+    // Opaque pixels inside the texture rectangle (u0, v0)-(u1, v1), v0 above v1.
+    auto opaque = [&](float u0, float v0, float u1, float v1) {
+        int x0 = static_cast<int>(u0 * img.width + 0.5f), x1 = static_cast<int>(u1 * img.width + 0.5f);
+        int y0 = static_cast<int>((1 - v0) * img.height + 0.5f);
+        int y1 = static_cast<int>((1 - v1) * img.height + 0.5f);
+        int n = 0, total = 0;
+        for (int y = y0; y < y1; y++) {
+            for (int x = x0; x < x1; x++) {
+                n += img.Get(x, y).a > 0.5f;
+                total++;
+            }
+        }
+        return total ? static_cast<float>(n) / total : 0.0f;
+    };
+    const float field = 1 - 0.1171875f, button = 1 - 0.4375f, bar = 0.140625f;
+    // The middles of the bars, where the stretched part of each widget samples.
+    EXPECT_GT(opaque(0.15625f, field - 0.02f, 0.84375f, field - bar + 0.02f), 0.95f);
+    EXPECT_GT(opaque(0.15625f, button - 0.02f, 0.84375f, button - bar + 0.02f), 0.95f);
+    EXPECT_GT(opaque(0.05f, 0.4140625f - 0.02f, 0.45f, 0.2890625f + 0.02f), 0.95f);
+    // The tick is a stroke, not a block: some ink, much clear.
+    float tick = opaque(0.5f, 0.4140625f, 1.0f, 0.2890625f);
+    EXPECT_GT(tick, 0.1f);
+    EXPECT_LT(tick, 0.7f);
+    // Clear between the field and the button, and below the check box.
+    EXPECT_EQ(opaque(0.0f, field - bar - 0.01f, 1.0f, button + 0.01f), 0.0f);
+    EXPECT_EQ(opaque(0.0f, 0.2890625f - 0.01f, 1.0f, 0.0f), 0.0f);
+}
+
 TEST(ContentFonts, EveryGlyphCellHasInkAndBlankCellsStayClear) {
     AssetList list;
     std::string error;
