@@ -9,12 +9,12 @@ tool="$build/vantle-content"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
-mkdir -p "$work/a" "$work/b"
+# The output folders do not exist yet: the tool makes them.
 "$tool" --content "$source/content" --out "$work/a" >"$work/a.log"
-"$tool" --content "$source/content" --out "$work/b" >/dev/null
+"$tool" --content "$source/content" --out "$work/b/deeper" >/dev/null
 grep -q '^vantle-content: [0-9]* assets' "$work/a.log"
 for f in "$work"/a/*.vpk; do
-    cmp "$f" "$work/b/$(basename "$f")"
+    cmp "$f" "$work/b/deeper/$(basename "$f")"
 done
 
 "$build/vpk" list "$work/a/base.vpk" >"$work/list.txt"

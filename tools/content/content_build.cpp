@@ -1,6 +1,7 @@
 #include "content_build.h"
 
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -33,6 +34,13 @@ bool BuildContent(const ContentOptions& options, AssetList* list, std::string* e
 }
 
 bool WritePackages(const AssetList& list, const std::string& dataDirectory, std::string* error) {
+    // A build whose data folder was deleted makes it again rather than failing.
+    std::error_code made;
+    std::filesystem::create_directories(dataDirectory, made);
+    if (made) {
+        *error = dataDirectory + ": cannot make the folder (" + made.message() + ")";
+        return false;
+    }
     std::vector<std::string> names;
     for (const Asset& a : list.assets) {
         bool seen = false;
