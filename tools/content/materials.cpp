@@ -206,7 +206,10 @@ Image MakeMetal(int size, Colour base, uint32_t seed) {
 
 Image MakeFoliage(int size, Colour light, Colour dark, int leaves, uint32_t seed) {
     Image img(size, size);
-    img.Fill(Colour{dark.r * 0.5f, dark.g * 0.5f, dark.b * 0.5f, 0.0f});
+    // The clear texels carry the leaves' middle colour: filtering and smaller mip levels
+    // blend them into the edges, and a dark colour there rims every leaf in black.
+    Colour middle = Mix(dark, light, 0.5f);
+    img.Fill(Colour{middle.r, middle.g, middle.b, 0.0f});
     for (int i = 0; i < leaves; i++) {
         float cx = Hash01(i, 1, seed) * size;
         float cy = Hash01(i, 2, seed) * size;
