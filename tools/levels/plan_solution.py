@@ -21,6 +21,8 @@ Plan lines (one step each, '#' starts a comment):
   hop            standing jump, until the landing
   wait N         no input for N ticks
   finish         no input until the level is completed
+  dodge N STEP   wait the fewest ticks (below N) after which STEP survives
+                 (an enemy has walked on); STEP is any of the steps above
 """
 import math
 import os
@@ -156,7 +158,24 @@ class Plan:
                 return
         sys.exit("plan: the level is not completed: %s" % "; ".join(lines))
 
+    def survives(self):
+        _, lines = self.simulate(self.cursor + 5)
+        return not any(" died " in line for line in lines)
+
+    def dodge(self, limit, words, lineno):
+        saved = (self.cursor, list(self.spans), list(self.notes))
+        for w in range(limit):
+            self.cursor, self.spans, self.notes = saved[0] + w, list(saved[1]), list(saved[2])
+            self.step(words, lineno)
+            if self.survives():
+                self.notes.append((saved[0], "(waited %d ticks)" % w))
+                return
+        sys.exit("plan line %d: no wait below %d lets '%s' through" % (lineno, limit, " ".join(words)))
+
     def step(self, words, lineno):
+        if words[0] == "dodge":
+            self.dodge(int(words[1]), words[2:], lineno)
+            return
         cmd, args = words[0], [float(w) for w in words[1:]]
         self.notes.append((self.cursor, " ".join(words)))
         if cmd == "level":
