@@ -17,6 +17,7 @@ Plan lines (one step each, '#' starts a comment):
   walk N         hold the up key N ticks
   back N         hold the down key N ticks
   goto X Z       face the point and walk to it
+  aim X Z        face the point
   jump           running jump; the up key is held until the landing
   hop            standing jump, until the landing
   wait N         no input for N ticks
@@ -139,6 +140,12 @@ class Plan:
         sys.exit("plan: the jump from tick %d never lands" % self.cursor)
 
     def jump(self, running):
+        # A jump needs ground under the feet: wait for it (the start of a level drops one unit).
+        states, _ = self.simulate(self.cursor + 400)
+        while self.cursor > 0 and self.cursor - 1 in states and not states[self.cursor - 1][5]:
+            self.cursor += 1
+        if self.cursor == 0:
+            self.cursor = self.until_ground(0) + 1
         start = self.cursor
         if running:
             self.spans.append(("UP", start, start + 1))
@@ -189,6 +196,9 @@ class Plan:
         elif cmd in ("walk", "back"):
             self.press("UP" if cmd == "walk" else "DOWN", int(args[0]))
             self.cursor += int(args[0])
+        elif cmd == "aim":
+            s = self.state() or self.simulate(1)[0][0]
+            self.face(math.degrees(math.atan2(args[0] - s[0], args[1] - s[2])))
         elif cmd == "goto":
             self.goto(args[0], args[1])
         elif cmd in ("jump", "hop"):
