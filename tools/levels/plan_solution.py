@@ -21,6 +21,7 @@ Plan lines (one step each, '#' starts a comment):
   jump           running jump; the up key is held until the landing
   hop            standing jump, until the landing
   wait N         no input for N ticks
+  ride Z         no input until a belt has carried the delver north of Z
   finish         no input until the level is completed
   dodge N STEP   wait the fewest ticks (below N) after which STEP survives
                  (an enemy has walked on); STEP is any of the steps above
@@ -203,6 +204,14 @@ class Plan:
             self.goto(args[0], args[1])
         elif cmd in ("jump", "hop"):
             self.jump(cmd == "jump")
+        elif cmd == "ride":
+            states, _ = self.simulate(self.cursor + 1000)
+            t = self.cursor
+            while t in states and states[t][2] > args[0]:
+                t += 1
+            if t not in states:
+                sys.exit("plan line %d: never carried past z %g" % (lineno, args[0]))
+            self.cursor = t + 1
         elif cmd == "wait":
             self.cursor += int(args[0])
         elif cmd == "finish":
