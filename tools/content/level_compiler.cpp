@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 
+#include "level_checks.h"
 #include "model_export.h"
 #include "music_assets.h"
 #include "platform/sys_files.h"
@@ -166,6 +167,10 @@ bool GenerateLevels(AssetList* list, const std::string& contentDirectory, bool b
             std::vector<uint8_t> bytes;
             if (!ParseLevelSource(text, path, &source, error) ||
                 !CompileLevel(source, list, bake, &bytes, error)) {
+                return false;
+            }
+            // The levels the game plays in turn must be playable; title and closing scenes need not.
+            if (strcmp(folder, "levels") == 0 && IsNumberedLevel(name) && !CheckPlayableLevel(source, error)) {
                 return false;
             }
             std::string resource = std::string(folder) + "\\" + name.substr(0, name.size() - 4) + ".vlc";
