@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "game/collision_world.h"
+#include "game/demo.h"
 #include "game/game_object.h"
 #include "game/game_state.h"
 #include "game/replay_runner.h"
@@ -64,6 +65,82 @@ TEST(ShippedLevels, EverySolutionFinishesItsLevel) {
     if (levels == 0) {
         GTEST_SKIP() << "the content ships no levels yet";
     }
+}
+
+// Runs a replay file headless; the runner's lines, or none when it cannot be read.
+std::vector<std::string> Play(const std::string& path) {
+    std::vector<std::string> lines;
+    if (RunReplayFile(path.c_str(), Collect, &lines) < 0) {
+        lines.clear();
+    }
+    return lines;
+}
+
+std::string Joined(const std::vector<std::string>& lines) {
+    std::string all;
+    for (const std::string& line : lines) {
+        all += line + "\n";
+    }
+    return all;
+}
+
+// The whole game in one replay: from level 1 with three lives through every
+// shipped level in order to the winning scene, with no life lost, and with
+// exactly the points that each level's own solution scores from nothing, which
+// also proves the chained replay plays each level as its solution does.
+TEST(ShippedLevels, TheWholeGameIsWonWithEveryLevelsPoints) {
+    std::string data = std::string(VANTLE_RUN_DIR) + "/data";
+    if (!std::filesystem::exists(data)) {
+        GTEST_SKIP() << "no built content in " << data;
+    }
+    strcpy(g_resources.dataDirectory, data.c_str());
+    std::string solutions = std::string(VANTLE_SOURCE_DIR) + "/content/solutions/";
+    unsigned int points = 0;
+    int levels = 0;
+    for (int n = 1; n < 100; n++) {
+        char name[32];
+        snprintf(name, sizeof(name), "levels\\%02i.vlc", n);
+        if (!g_resources.Open(name)) {
+            break;
+        }
+        levels++;
+        snprintf(name, sizeof(name), "%02i.replay", n);
+        std::vector<std::string> lines = Play(solutions + name);
+        ASSERT_EQ(g_demo.replay.score, 0u) << name << " should start from no points";
+        char format[64];
+        snprintf(format, sizeof(format), "level %02i: completed at tick %%*u, score %%u", n);
+        unsigned int scored = 0;
+        for (const std::string& line : lines) {
+            if (sscanf(line.c_str(), format, &scored) == 1) {
+                break;
+            }
+        }
+        ASSERT_GT(scored, 0u) << name << ":\n" << Joined(lines);
+        points += scored;
+    }
+    ASSERT_GT(levels, 0) << "the content ships no levels";
+
+    std::vector<std::string> lines = Play(solutions + "game.replay");
+    ASSERT_FALSE(lines.empty()) << "cannot play " << solutions << "game.replay";
+    EXPECT_EQ(g_demo.replay.level, 1);
+    EXPECT_EQ(g_demo.replay.lives, 3);
+    EXPECT_EQ(g_demo.replay.score, 0u);
+    ASSERT_EQ(lines.size(), static_cast<size_t>(levels + 1)) << Joined(lines);
+    for (int n = 1; n <= levels; n++) {
+        char finished[32];
+        snprintf(finished, sizeof(finished), "level %02i: completed", n);
+        EXPECT_EQ(lines[n - 1].rfind(finished, 0), 0u) << Joined(lines);
+    }
+    char won[64];
+    snprintf(won, sizeof(won), "game: won, score %u, lives 3", points);
+    EXPECT_EQ(lines.back(), won) << Joined(lines);
+
+    g_collision.Clear();
+    DeleteAllObjects();
+    player = nullptr;
+    g_location.Clear();
+    closingLocation.Clear();
+    strcpy(g_resources.dataDirectory, "data");
 }
 
 }  // namespace
