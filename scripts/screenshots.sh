@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes the README's pictures from the real program: the title screen, level 01
-# and level 02 played by their solution replays, and both closing scenes, each
+# Takes the README's pictures from the real program: the title screen, every
+# level played by its solution replay, and both closing scenes, each
 # an 800 x 600 PNG in docs/images/. Runs itself under xvfb-run with Mesa's
 # software rasteriser when no display is set. Uses the program and data of a
 # built tree (default build/, data in build/run/data), and builds build/ when
@@ -63,7 +63,8 @@ write_start() {
 }
 
 shoot title 4
-for n in 01 02; do
+for source in "$root"/content/levels/[0-9][0-9].lvl; do
+    n="$(basename "$source" .lvl)"
     solution="$root/content/solutions/$n.replay"
     if [ -f "$solution" ]; then
         shoot "level$n" 6 "DEMO_PLAY $solution"
