@@ -2,6 +2,7 @@
 // main loop and shutdown live in app/); the subsystems plug in first.
 // Arguments are ignored.
 #include "app/audio_hooks.h"
+#include "app/developer_hooks.h"
 #include "app/main_loop.h"
 #include "app/net_hooks.h"
 #include "app/resource_commands.h"
@@ -16,5 +17,6 @@ int main() {
     InstallGameHooks();
     InstallDrawHooks();
     InstallSceneDraws();
+    InstallDeveloperHooks();
     return VantleMain();
 }
