@@ -20,6 +20,8 @@
 #include "resources/resource_manager.h"
 #include "resources/screen_texture.h"
 #include "resources/texture_manager.h"
+#include "ui/debug_menu.h"
+#include "ui/gui_window.h"
 #include "ui/text_batch.h"
 
 Location closingLocation;        //  1 end location (closing scenes)
@@ -37,7 +39,7 @@ GlWindow g_window;               // 12
 LightmapBatchCache g_lightmapBatches;  // 12, with the window: its lightmapped meshes as arrays
 SoundSystem g_sound;             // 13
 TextureManager g_textures;       // 14
-// 15 g_gui
+GuiWindow g_gui;                 // 15
 SceneCamera g_camera;            // 16 (no destructor)
 ResourceManager g_resources;     // 17
 TextBatch g_debugValues;         // 18
@@ -50,7 +52,7 @@ NetEndpoint g_netHost(NetEndpoint::kHost);  // 24
 NetEndpoint g_netPeer(NetEndpoint::kPeer);  // 25
 ScreenTexture g_screenTexture;   // 26
 Location g_location;             // 27
-// 28 g_debugMenu
+DebugMenu g_debugMenu;           // 28
 
 // The frame timer has no constructor: it is zero before anything runs, so its place
 // in the order does not matter.

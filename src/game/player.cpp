@@ -18,6 +18,9 @@
 #include "resources/model.h"
 
 int (*g_readJoystick)(SysJoystickState* out) = Sys_JoystickGetPos;
+float g_joystickAngle;
+float g_joystickX;
+float g_joystickY;
 
 const char kPlatformTexture[] = "textures\\01\\platform.tga";
 const char kConveyorTexture[] = "textures\\01\\conveyer.tga";
@@ -49,6 +52,7 @@ CollisionShape* PlayerShape() {
 static void ReadJoystick() {
     SysJoystickState stick;
     if (!g_readJoystick || !g_readJoystick(&stick)) {
+        g_joystickAngle = g_joystickX = g_joystickY = 0.0f;
         return;
     }
     float jx = (stick.x / 65535.0f - 0.5f) * 2.0f;
@@ -73,6 +77,9 @@ static void ReadJoystick() {
     } else if (jx < 0) {
         a += 360.0f;
     }
+    g_joystickAngle = a;
+    g_joystickX = jx;
+    g_joystickY = jy;
     if (g_window.joystickFlags[JoyLatchUp]) {
         g_window.joystickFlags[JoyLatchUp] = 0;
         g_window.keys[VK_UP] = 0;

@@ -10,6 +10,11 @@ struct SysJoystickState;
 
 // Where the rules read the joystick; the platform's reader, replaced by replays and tests.
 extern int (*g_readJoystick)(SysJoystickState* out);
+// The stick as the last joystick read saw it: its direction in degrees and its x and y after
+// the dead zone and scaling (0 while no stick answers). The debug panel shows them.
+extern float g_joystickAngle;
+extern float g_joystickX;
+extern float g_joystickY;
 
 // Steps 1 to 7 of the player's tick: state reset, joystick, walk, jump, flame, footsteps, turn.
 void ReadPlayerInput();
