@@ -25,12 +25,30 @@ void LoadLocationCommand(const char* name) {
     g_console.Print("Texture set cached (%dms)", static_cast<int>(g_timer.Now() - start));
 }
 
+// The bake reports after each batch of triangles; the bar is drawn again when it has grown
+// by a hundredth, and at the end, so a quick bake is not slowed down by swaps.
+struct BakeProgress {
+    float shown;
+};
+
+static void ShowLightmapProgress(float fraction, void* context) {
+    BakeProgress* progress = static_cast<BakeProgress*>(context);
+    if (fraction < progress->shown + 0.01f && fraction < 1.0f) {
+        return;
+    }
+    progress->shown = fraction;
+    DrawLoadingScreen("gui_lighting.tga", "LIGHTING", fraction);
+    g_window.SwapBuffers();
+}
+
 void BuildLightmapsCommand() {
     uint32_t start = g_timer.Now();
     g_location.lightmaps.Clear();
     DrawLoadingScreen("gui_lighting.tga", "LIGHTING", 0.0f);
     g_window.SwapBuffers();
-    g_location.SetupLighting(0);
+    // A long bake must not look like a hang: the loading bar follows it.
+    BakeProgress progress = {0.0f};
+    g_location.RebuildLighting(ShowLightmapProgress, &progress);
     g_console.Print("Lightmaps processed (%dms)", static_cast<int>(g_timer.Now() - start));
     // A long bake must not come back as catch-up ticks.
     g_timer.Elapsed(TimerUpdate);

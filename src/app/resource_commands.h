@@ -14,7 +14,8 @@
 void PrecacheLevelTextures();
 // "LOCATION_LOAD": loads name into g_location, pre-caches its textures and prints the time taken.
 void LoadLocationCommand(const char* name);
-// "LMAP_BUILD": clears and bakes the level's lightmaps behind the lighting screen, prints the time.
+// "LMAP_BUILD": clears and bakes the level's lightmaps behind the lighting screen, whose bar
+// follows the bake, and prints the time.
 void BuildLightmapsCommand();
 // The level's lightmap quality, which "LMAP_QUALITY" reads and sets.
 float* LevelLightmapQuality();
