@@ -1,6 +1,7 @@
 #include "app/developer_hooks.h"
 
 #include "app/scene_hooks.h"
+#include "render/developer_widgets.h"
 #include "ui/console_keys.h"
 #include "ui/debug_menu.h"
 #include "ui/debug_panel.h"
@@ -11,4 +12,5 @@ void InstallDeveloperHooks() {
     g_hooks.refreshDebugPanel = RefreshDebugPanel;
     g_hooks.debugMenuUpdate = UpdateDebugMenu;
     g_hooks.guiUpdate = UpdateGuiWindow;
+    InstallDeveloperDraws();
 }

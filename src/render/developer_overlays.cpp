@@ -16,6 +16,11 @@ static void DrawDebugPanel() {
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glColor4f(1.0f, 1.0f, 1.0f, 0.85f);
     DrawTextAt(g_debugValues, "gui_font.tga", 0.0f, 0.0f);
+    // The network figures stand in the top-right corner, except in the lighting view, whose
+    // lightmap pages take that side.
+    if (g_debugMode != 4) {
+        DrawTextAt(g_netDebugText, "gui_font.tga", 0.0f, 0.0f);
+    }
     glColor4f(1.0f, 1.0f, 1.0f, 0.5f);
     DrawTextAt(g_debugTitles, "gui_font.tga", 0.0f, 0.0f);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);

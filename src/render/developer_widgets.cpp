@@ -3,6 +3,7 @@
 #include <GL/gl.h>
 
 #include "app/gl_window.h"
+#include "render/developer_overlays.h"
 #include "render/overlay_draw.h"
 #include "resources/texture_manager.h"
 #include "ui/debug_menu.h"
@@ -88,4 +89,21 @@ void DrawGuiWindow(const GuiWindow& window) {
     }
     glDisable(GL_BLEND);
     glPopMatrix();
+}
+
+static void DrawDebugMenuWhenOpen() {
+    if (g_debugMenu.open) {
+        DrawDebugMenu(g_debugMenu);
+    }
+}
+
+static void DrawGuiWindowWhenShown() {
+    if (g_gui.visible) {
+        DrawGuiWindow(g_gui);
+    }
+}
+
+void InstallDeveloperDraws() {
+    g_developerDraws.guiWindow = DrawGuiWindowWhenShown;
+    g_developerDraws.debugMenu = DrawDebugMenuWhenOpen;
 }

@@ -11,3 +11,5 @@ class GuiWindow;
 void DrawDebugMenu(const DebugMenu& menu);
 // The window body, title bar, frame, title and every item with its widget image.
 void DrawGuiWindow(const GuiWindow& window);
+// Plugs the two draws into the scenes' developer step (g_developerDraws).
+void InstallDeveloperDraws();
