@@ -25,12 +25,13 @@ fail() {
 
 # One key held long enough for the game's frame step to see it, then released. The game
 # samples a key table rather than queueing characters, so a press and its release must not
-# arrive together.
+# both arrive while one slow frame is drawn (software GL on a busy machine); a quarter of a
+# second is still short of the keyboard's auto-repeat.
 press() {
     xdotool keydown "$1" || fail "xdotool could not press $1"
-    sleep 0.06
+    sleep 0.25
     xdotool keyup "$1"
-    sleep 0.06
+    sleep 0.1
 }
 
 # Types text with the X key names of its characters; capitals hold Shift.
@@ -42,10 +43,10 @@ type_text() {
             " ") press space ;;
             [A-Z])
                 xdotool keydown Shift_L
-                sleep 0.03
+                sleep 0.1
                 press "${c,,}"
                 xdotool keyup Shift_L
-                sleep 0.03
+                sleep 0.1
                 ;;
             *) press "$c" ;;
         esac

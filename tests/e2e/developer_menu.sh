@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# The developer menu in the real program under X: a right click in the window
+# opens it below the pointer, a left click on "Quit to desktop" ends the run
+# the way QUIT does (exit status 0, config.vbt written). A right drag first
+# opens nothing, so a left click where that item would stand ends nothing.
+# Arguments: build directory, source directory.
+set -uo pipefail
+build="$(cd "$1" && pwd)"
+scratch="$build/test-scratch/e2e_developer_menu"
+rm -rf "$scratch"
+mkdir -p "$scratch"
+cd "$scratch" || exit 1
+export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
+pid=""
+
+fail() {
+    echo "FAIL: $*"
+    for f in out.txt err.txt config.vbt; do
+        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | tail -40; }
+    done
+    [ -n "$pid" ] && kill "$pid" 2>/dev/null
+    exit 1
+}
+
+"$build/vantle2" >out.txt 2>err.txt &
+pid=$!
+win=""
+for _ in $(seq 1 300); do
+    win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
+    [ -n "$win" ] && break
+    kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
+    sleep 0.1
+done
+[ -n "$win" ] || fail "no window appeared"
+sleep 1
+xdotool windowfocus --sync "$win" 2>/dev/null || xdotool windowfocus "$win"
+
+# Window pixels from the virtual 800 x 600 screen (the window is 640 x 480).
+at() {
+    xdotool mousemove --window "$win" "$(($1 * 4 / 5))" "$(($2 * 4 / 5))"
+    sleep 0.2
+}
+# Buttons are held across several 20 ms ticks (and slow frames): the game samples the button
+# state once a tick.
+button() {
+    xdotool mousedown "$1"
+    sleep 0.3
+    xdotool mouseup "$1"
+    sleep 0.3
+}
+
+# A right drag is the camera's: it opens no menu, so a left click where the last item would
+# stand does nothing.
+at 400 300
+xdotool mousedown 3
+sleep 0.3
+for x in 420 440 460 480 500; do
+    at "$x" 300
+done
+xdotool mouseup 3
+sleep 0.3
+at 450 392
+button 1
+sleep 0.3
+kill -0 "$pid" 2>/dev/null || fail "the run ended without a menu"
+
+# A right click opens the menu 10 units below the pointer: its items are 15 units tall, the
+# sixth, "Quit to desktop", from 75 to 90 below the box's top.
+at 400 300
+button 3
+at 450 392
+button 1
+
+for _ in $(seq 1 300); do
+    kill -0 "$pid" 2>/dev/null || break
+    sleep 0.1
+done
+kill -0 "$pid" 2>/dev/null && fail "the game is still running after choosing Quit to desktop"
+wait "$pid"
+status=$?
+pid=""
+[ "$status" -eq 0 ] || fail "exit status $status"
+[ -f config.vbt ] || fail "config.vbt was not written"
+echo "PASS"
