@@ -7,12 +7,15 @@
 # Arguments: build directory, source directory.
 set -uo pipefail
 build="$(cd "$1" && pwd)"
+src="$(cd "$2" && pwd)"
 scratch="$build/test-scratch/e2e_console_typing"
 rm -rf "$scratch"
 mkdir -p "$scratch"
 cd "$scratch" || exit 1
 export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
 pid=""
+# shellcheck source=tools/own_display.sh
+. "$src/tests/e2e/tools/own_display.sh"
 
 fail() {
     echo "FAIL: $*"
@@ -53,6 +56,7 @@ type_text() {
     done
 }
 
+own_display "$scratch" || fail "no X display of its own"
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
 win=""
