@@ -102,6 +102,24 @@ void DrawFlares(const FlareList& flares) {
     glDisable(GL_BLEND);
 }
 
+int g_menuDepthFirst = 1;
+
+// The keyboard's depth alone, before the garden: the keyboard stands nearer than any of the
+// garden, so the garden's pixels behind it are then rejected by the depth test instead of being
+// textured and lit only to be covered. Lighting and texturing stay off (no colour is written);
+// the keyboard's own draw later lands on exactly these depths and passes the test.
+static void DrawKeyboardDepth() {
+    if (!g_menuDepthFirst) {
+        return;
+    }
+    g_window.SetPerspective();
+    g_textures.Bind(nullptr);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    g_window.DrawMesh(MeshVertices(g_keyboardModel), g_keyboardModel.frameTriangles, -0.1f, -1.6f, -19.0f, 0,
+                      0, 0, 1, 1, 1);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+}
+
 static void DrawGarden() {
     g_window.renderCamera[0] = g_camera.position.x;
     g_window.renderCamera[1] = g_camera.position.y;
@@ -174,6 +192,7 @@ static void DrawKeyMarksAndTitles() {
 void DrawMenu() {
     // The flare's depth test reads the garden's depth at the source, which stands above the
     // HUD bar; below the bar nothing is drawn in 3D.
+    DrawKeyboardDepth();
     BeginSceneScissor();
     DrawGarden();
     EndSceneScissor();

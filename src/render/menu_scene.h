@@ -28,6 +28,9 @@ extern uint32_t g_pianoEventCount;
 extern uint32_t g_pianoTick;  // 0 to 1983
 extern uint8_t g_keyDown[kPianoKeyCount];
 extern int32_t g_menuMusicStarted;
+// 1: the keyboard's depth is laid down before the garden so that the garden skips what it
+// covers (default 1; the picture is the same either way).
+extern int g_menuDepthFirst;
 
 // The credits line: the game, its year, and the libraries and fonts it is built with.
 extern const char kCreditsLine[];
