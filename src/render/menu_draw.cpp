@@ -109,7 +109,8 @@ int g_menuDepthFirst = 1;
 // textured and lit only to be covered. Lighting and texturing stay off (no colour is written);
 // the keyboard's own draw later lands on exactly these depths and passes the test.
 static void DrawKeyboardDepth() {
-    if (!g_menuDepthFirst) {
+    // The glow's capture stops before the foreground: there the keyboard never covers the holes.
+    if (!g_menuDepthFirst || g_capturePass == 1) {
         return;
     }
     g_window.SetPerspective();

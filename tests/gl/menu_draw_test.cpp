@@ -1,9 +1,12 @@
 // The title menu's draw in real frames: the lens flare's tests (hidden behind
 // a wall, off screen, too far) and the placing of its elements along the axis
 // through the centre, the red marks of held white keys, and the credits line
-// drawn where it has scrolled to.
+// drawn where it has scrolled to; the shipped title drawn with the keyboard's
+// depth first is the same picture as without.
 #include <gtest/gtest.h>
 
+#include "app/main_loop.h"
+#include "app/scene_camera.h"
 #include "render/game_view.h"
 #include "render/menu_scene.h"
 #include "resources/flare_list.h"
@@ -182,6 +185,45 @@ TEST_F(MenuDrawTest, TheCreditsAreDrawnWhereTheyHaveScrolledTo) {
     }
     ASSERT_GE(first100, 0);
     EXPECT_NEAR(first300 - first100, 200, 1);
+}
+
+TEST_F(MenuDrawTest, TheKeyboardDepthFirstLeavesTheShippedTitleUnchanged) {
+    char saved[sizeof(g_resources.dataDirectory)];
+    memcpy(saved, g_resources.dataDirectory, sizeof(saved));
+    snprintf(g_resources.dataDirectory, sizeof(g_resources.dataDirectory), "%s/data", VANTLE_RUN_DIR);
+    g_textures.resources = &g_resources;
+    LoadMenuScene();
+    memcpy(g_resources.dataDirectory, saved, sizeof(saved));
+    ASSERT_GT(g_menuLocation.pieceCount, 0) << "no title garden under " << VANTLE_RUN_DIR << "/data";
+    ASSERT_GT(g_keyboardModel.frameTriangles, 0u);
+    g_camera.position = Vec3{5.9f, 48.0f, 660.5f};
+    g_camera.pitch = 4.6f;
+    g_camera.yaw = 180.0f;
+    g_camera.roll = 0.0f;
+    g_window.fov = 20.0f;
+    g_window.flashIntensity = 0.0f;
+    auto draw = [](int depthFirst, int capture) {
+        g_menuDepthFirst = depthFirst;
+        g_capturePass = static_cast<uint8_t>(capture);
+        g_window.BeginFrame();
+        DrawMenu();
+        Frame frame = drawtest::ReadFrame();
+        g_menuDepthFirst = 1;
+        g_capturePass = 0;
+        return frame;
+    };
+    draw(0, 0);  // every texture looked up once
+    Frame plain = draw(0, 0);
+    Frame first = draw(1, 0);
+    EXPECT_EQ(drawtest::MaxDifference(plain, first), 0);
+    // The glow capture stops before the foreground: no keyboard depth may punch holes in it.
+    Frame capture = draw(1, 1);
+    Frame captureNoKeyboard = draw(0, 1);
+    EXPECT_EQ(drawtest::MaxDifference(capture, captureNoKeyboard), 0);
+    EXPECT_GT(drawtest::MaxDifference(capture, first), 0);
+    g_textures.Bind(nullptr);
+    g_menuLocation.Clear();
+    ReleaseMenuScene();
 }
 
 }  // namespace
