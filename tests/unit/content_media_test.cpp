@@ -247,16 +247,16 @@ TEST(ContentMusic, PianoRollStaysOnTheKeyboardAndRoundTrips) {
     ASSERT_GT(events.size(), 100u);
     ASSERT_LE(events.size(), 2048u);
     int prevTick = 0;
-    int down[kPianoKeys] = {};
+    int down[kPianoKeyCount] = {};
     for (const PianoRollEvent& e : events) {
         EXPECT_GE(e.key, 0);
-        EXPECT_LT(e.key, kPianoKeys);
+        EXPECT_LT(e.key, kPianoKeyCount);
         EXPECT_GE(e.tick, prevTick);
         EXPECT_LT(e.tick, kMenuLoopTicks);
         prevTick = e.tick;
         down[e.key] += e.state ? 1 : -1;
     }
-    for (int k = 0; k < kPianoKeys; k++) {
+    for (int k = 0; k < kPianoKeyCount; k++) {
         EXPECT_EQ(down[k], 0) << "key " << k << " pressed and released unevenly";
     }
     // The first note of the score is pressed at the roll's start tick, on its own key.
@@ -287,7 +287,7 @@ TEST(ContentMusic, PianoRollStaysOnTheKeyboardAndRoundTrips) {
 TEST(ContentMusic, KeyboardKeysCoverThirtyTwoSemitonesWithDistinctNumbers) {
     std::set<int> states, numbers;
     int white = 0;
-    for (int s = 0; s < kPianoKeys; s++) {
+    for (int s = 0; s < kPianoKeyCount; s++) {
         const PianoKey* k = PianoKeyForNote(kPianoLowestNote + s);
         ASSERT_NE(k, nullptr);
         states.insert(k->stateIndex);

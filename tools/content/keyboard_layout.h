@@ -7,7 +7,9 @@
 // all take their numbers from here, so the keyboard plays what is heard.
 #pragma once
 
-enum { kPianoKeys = 32, kPianoWhiteKeys = 19, kPianoLowestNote = 48 };
+#include "render/piano_roll.h"
+
+enum { kPianoLowestNote = 48 };
 
 struct PianoKey {
     int stateIndex;

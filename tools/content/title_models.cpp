@@ -107,7 +107,7 @@ static void AddKeyboardBody(ShapeMesh* mesh) {
 ShapeMesh MakeKeyboardMesh() {
     ShapeMesh mesh;
     AddKeyboardBody(&mesh);
-    for (int k = 0; k < kPianoKeys; k++) {
+    for (int k = 0; k < kPianoKeyCount; k++) {
         const PianoKey* key = PianoKeyForNumber(k);
         if (key->black) {
             float centre = 194.0f + 32.0f * key->whitePosition;
