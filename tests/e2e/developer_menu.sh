@@ -5,25 +5,11 @@
 # opens nothing, so a left click where that item would stand ends nothing.
 # Arguments: build directory, source directory.
 set -uo pipefail
-build="$(cd "$1" && pwd)"
-src="$(cd "$2" && pwd)"
-scratch="$build/test-scratch/e2e_developer_menu"
-rm -rf "$scratch"
-mkdir -p "$scratch"
-cd "$scratch" || exit 1
-export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
-pid=""
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin e2e_developer_menu "$1" "$2"
 # shellcheck source=tools/own_display.sh
 . "$src/tests/e2e/tools/own_display.sh"
-
-fail() {
-    echo "FAIL: $*"
-    for f in out.txt err.txt config.vbt; do
-        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | tail -40; }
-    done
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    exit 1
-}
 
 own_display "$scratch" || fail "no X display of its own"
 "$build/vantle2" >out.txt 2>err.txt &

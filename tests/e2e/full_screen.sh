@@ -5,23 +5,9 @@
 # records it, windowed.
 # Arguments: build directory, source directory.
 set -uo pipefail
-build="$(cd "$1" && pwd)"
-src="$(cd "$2" && pwd)"
-scratch="$build/test-scratch/e2e_full_screen"
-rm -rf "$scratch"
-mkdir -p "$scratch"
-cd "$scratch" || exit 1
-export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
-pid=""
-
-fail() {
-    echo "FAIL: $*"
-    for f in out.txt err.txt config.vbt; do
-        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | tail -20; }
-    done
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    exit 1
-}
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin e2e_full_screen "$1" "$2"
 
 # Waits (at most 30 s) for a visible window of the game at $1 x $2 of size $3 x $4; sets win.
 wait_window() {

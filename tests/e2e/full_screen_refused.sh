@@ -4,23 +4,9 @@
 # instead without any error box, and config.vbt at exit records windowed mode.
 # Arguments: build directory, source directory.
 set -uo pipefail
-build="$(cd "$1" && pwd)"
-src="$(cd "$2" && pwd)"
-scratch="$build/test-scratch/e2e_full_screen_refused"
-rm -rf "$scratch"
-mkdir -p "$scratch"
-cd "$scratch" || exit 1
-export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
-pid=""
-
-fail() {
-    echo "FAIL: $*"
-    for f in out.txt err.txt config.vbt; do
-        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | tail -20; }
-    done
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    exit 1
-}
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin e2e_full_screen_refused "$1" "$2"
 
 printf 'VID_FULL 1\r\nVID_SIZE 1000,700\r\n' >config.vbt
 "$build/vantle2" >out.txt 2>err.txt &

@@ -6,22 +6,9 @@
 # update, or a scene update skipped on ticks with mouse input, shows here.
 # Arguments: build directory, source directory.
 set -uo pipefail
-build="$(cd "$1" && pwd)"
-src="$(cd "$2" && pwd)"
-scratch="$build/test-scratch/e2e_mouse_look"
-rm -rf "$scratch"
-mkdir -p "$scratch"
-cd "$scratch" || exit 1
-export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
-
-fail() {
-    echo "FAIL: $*"
-    for f in out.txt err.txt config.vbt; do
-        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | head -40; }
-    done
-    [ -n "${pid:-}" ] && kill "$pid" 2>/dev/null
-    exit 1
-}
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin e2e_mouse_look "$1" "$2"
 
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!

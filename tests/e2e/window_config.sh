@@ -8,23 +8,9 @@
 #   4. no display at all: the error goes to stderr, exit status 0, nothing written
 # Arguments: build directory, source directory.
 set -uo pipefail
-build="$(cd "$1" && pwd)"
-src="$(cd "$2" && pwd)"
-scratch="$build/test-scratch/e2e_window_config"
-rm -rf "$scratch"
-mkdir -p "$scratch"
-cd "$scratch" || exit 1
-export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
-pid=""
-
-fail() {
-    echo "FAIL: $*"
-    for f in out.txt err.txt config.vbt; do
-        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | head -40; }
-    done
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    exit 1
-}
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin e2e_window_config "$1" "$2"
 
 # Starts the game and waits (at most 30 s) for its visible window; sets pid and win.
 start_game() {

@@ -1,0 +1,24 @@
+# Sourced by end-to-end scripts that run the game in a scratch folder of their own.
+# e2e_begin NAME BUILD SOURCE: sets build, src and scratch (BUILD/test-scratch/NAME, made
+# empty and entered), quiets sound and message boxes, and clears pid.
+e2e_begin() {
+    build="$(cd "$2" && pwd)"
+    src="$(cd "$3" && pwd)"
+    scratch="$build/test-scratch/$1"
+    rm -rf "$scratch"
+    mkdir -p "$scratch"
+    cd "$scratch" || exit 1
+    export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
+    pid=""
+}
+
+# fail MESSAGE: reports the failure with the ends of the game's output and config.vbt,
+# stops the game if it still runs, and ends the script with status 1.
+fail() {
+    echo "FAIL: $*"
+    for f in out.txt err.txt config.vbt; do
+        [ -f "$f" ] && { echo "--- $f"; cat -A "$f" | tail -40; }
+    done
+    [ -n "${pid:-}" ] && kill "$pid" 2>/dev/null
+    exit 1
+}
