@@ -59,22 +59,30 @@ static float* AppendTriangle(float* out, const float* vertices, const LightmapVe
 }
 
 int LightmapBatch::Build(const float* vertices, unsigned int triangleCount, const LightmapVertex* coords) {
-    Clear();
     if (!vertices || !coords) {
+        Clear();
         return 0;
     }
+    // A swaying piece moves its vertices every tick without changing their number: its
+    // batch is refilled in the arrays it already has instead of being freed and allocated
+    // again each time.
+    unsigned int vertexTotal = triangleCount * 3;
+    if (!copyVertices || sourceTriangles != triangleCount) {
+        Clear();
+        copyVertices = new float[vertexTotal * kSourceFloats];
+        copyCoords = new LightmapVertex[vertexTotal];
+        arrays = new float[vertexTotal * kArrayFloats + 1];
+    }
+    vertexCount = 0;
+    runCount = 0;
     unsigned int perPage[LightmapSet::kMaxPages] = {};
     for (unsigned int t = 0; t < triangleCount; t++) {
         if (coords[t * 3].page < LightmapSet::kNoPage) {
             perPage[coords[t * 3].page]++;
         }
     }
-    unsigned int vertexTotal = triangleCount * 3;
-    copyVertices = new float[vertexTotal * kSourceFloats];
-    copyCoords = new LightmapVertex[vertexTotal];
     memcpy(copyVertices, vertices, sizeof(float) * kSourceFloats * vertexTotal);
     memcpy(copyCoords, coords, sizeof(LightmapVertex) * vertexTotal);
-    arrays = new float[vertexTotal * kArrayFloats + 1];
 
     // Pages in ascending order, each run keeping the mesh's own triangle order.
     float* out = arrays;
