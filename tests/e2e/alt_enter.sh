@@ -9,32 +9,17 @@ set -uo pipefail
 . "$(dirname "$0")/tools/e2e_common.sh"
 e2e_begin e2e_alt_enter "$1" "$2"
 
-# Waits (at most 30 s) for a visible window of the game that is $1 x $2; sets win.
-wait_window() {
-    for _ in $(seq 1 300); do
-        kill -0 "$pid" 2>/dev/null || fail "the game ended"
-        for w in $(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null); do
-            if xdotool getwindowgeometry --shell "$w" 2>/dev/null | grep -qx "WIDTH=$1"; then
-                geometry="$(xdotool getwindowgeometry --shell "$w")"
-                echo "$geometry" | grep -qx "HEIGHT=$2" && { win="$w"; return 0; }
-            fi
-        done
-        sleep 0.1
-    done
-    fail "no visible $1x$2 window"
-}
-
 printf 'VID_SIZE 700,500\r\n' >config.vbt
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
-wait_window 700 500
+e2e_wait_window WIDTH=700 HEIGHT=500
 first="$win"
 xdotool mousemove --window "$win" 350 250 && sleep 0.3
 xdotool keydown Alt_L && sleep 0.1
 xdotool keydown Return && sleep 0.3
 xdotool keyup Return && sleep 0.1
 xdotool keyup Alt_L
-wait_window 800 600
+e2e_wait_window WIDTH=800 HEIGHT=600
 [ "$win" != "$first" ] || fail "the window was not created again"
 read -r screen_w screen_h < <(xdotool getdisplaygeometry)
 echo "$geometry" | grep -qx "X=$(((screen_w - 800) / 2))" || fail "not centred: $geometry"
@@ -56,7 +41,7 @@ xdotool keyup Return && sleep 0.1
 xdotool keyup Alt_L
 windows="$(sort -u ids.txt | wc -l)"
 [ "$windows" -ge 3 ] || fail "holding Alt+Enter made $windows windows, not one after another"
-wait_window 800 600
+e2e_wait_window WIDTH=800 HEIGHT=600
 
 python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
 for _ in $(seq 1 300); do

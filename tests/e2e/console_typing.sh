@@ -45,14 +45,7 @@ type_text() {
 own_display "$scratch" || fail "no X display of its own"
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
-win=""
-for _ in $(seq 1 300); do
-    win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
-    [ -n "$win" ] && break
-    kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
-    sleep 0.1
-done
-[ -n "$win" ] || fail "no window appeared"
+e2e_wait_window
 # Start-up is over once the frame loop runs; give it a moment, then take the keyboard.
 sleep 1
 xdotool windowfocus --sync "$win" 2>/dev/null || xdotool windowfocus "$win"

@@ -14,14 +14,7 @@ e2e_begin e2e_developer_menu "$1" "$2"
 own_display "$scratch" || fail "no X display of its own"
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
-win=""
-for _ in $(seq 1 300); do
-    win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
-    [ -n "$win" ] && break
-    kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
-    sleep 0.1
-done
-[ -n "$win" ] || fail "no window appeared"
+e2e_wait_window
 sleep 1
 xdotool windowfocus --sync "$win" 2>/dev/null || xdotool windowfocus "$win"
 

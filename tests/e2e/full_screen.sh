@@ -9,37 +9,20 @@ set -uo pipefail
 . "$(dirname "$0")/tools/e2e_common.sh"
 e2e_begin e2e_full_screen "$1" "$2"
 
-# Waits (at most 30 s) for a visible window of the game at $1 x $2 of size $3 x $4; sets win.
-wait_window() {
-    for _ in $(seq 1 300); do
-        kill -0 "$pid" 2>/dev/null || fail "the game ended"
-        for w in $(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null); do
-            geometry="$(xdotool getwindowgeometry --shell "$w" 2>/dev/null)"
-            if echo "$geometry" | grep -qx "X=$1" && echo "$geometry" | grep -qx "Y=$2" &&
-                echo "$geometry" | grep -qx "WIDTH=$3" && echo "$geometry" | grep -qx "HEIGHT=$4"; then
-                win="$w"
-                return 0
-            fi
-        done
-        sleep 0.1
-    done
-    fail "no visible $3x$4 window at ($1, $2): $geometry"
-}
-
 read -r screen_w screen_h < <(xdotool getdisplaygeometry)
 # Widths above 1152 snap to 1280x960, which must fit on the screen.
 [ "$screen_w" -gt 1152 ] && [ "$screen_h" -ge 960 ] || fail "the screen is too small: ${screen_w}x$screen_h"
 printf 'VID_FULL 1\r\nVID_SIZE %d,%d\r\n' "$screen_w" "$screen_h" >config.vbt
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
-wait_window 0 0 "$screen_w" "$screen_h"
+e2e_wait_window X=0 Y=0 "WIDTH=$screen_w" "HEIGHT=$screen_h"
 
 xdotool mousemove --window "$win" 300 200 && sleep 0.3
 xdotool keydown Alt_L && sleep 0.1
 xdotool keydown Return && sleep 0.05
 xdotool keyup Return
 xdotool keyup Alt_L
-wait_window $(((screen_w - 1280) / 2)) $(((screen_h - 960) / 2)) 1280 960
+e2e_wait_window "X=$(((screen_w - 1280) / 2))" "Y=$(((screen_h - 960) / 2))" WIDTH=1280 HEIGHT=960
 
 python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
 for _ in $(seq 1 300); do

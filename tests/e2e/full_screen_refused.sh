@@ -11,14 +11,7 @@ e2e_begin e2e_full_screen_refused "$1" "$2"
 printf 'VID_FULL 1\r\nVID_SIZE 1000,700\r\n' >config.vbt
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
-win=""
-for _ in $(seq 1 300); do
-    win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
-    [ -n "$win" ] && break
-    kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
-    sleep 0.1
-done
-[ -n "$win" ] || fail "no window appeared"
+e2e_wait_window
 geometry="$(xdotool getwindowgeometry --shell "$win")"
 read -r screen_w screen_h < <(xdotool getdisplaygeometry)
 for line in "WIDTH=1000" "HEIGHT=700" "X=$(((screen_w - 1000) / 2))" "Y=$(((screen_h - 700) / 2))"; do

@@ -12,14 +12,7 @@ e2e_begin e2e_mouse_look "$1" "$2"
 
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
-win=""
-for _ in $(seq 1 300); do
-    win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
-    [ -n "$win" ] && break
-    kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
-    sleep 0.1
-done
-[ -n "$win" ] || fail "no window appeared"
+e2e_wait_window
 
 # Each step waits well over one 20 ms tick, so every tick sees the state it should.
 xdotool mousemove --window "$win" 400 240 && sleep 0.3

@@ -16,14 +16,7 @@ e2e_begin e2e_window_config "$1" "$2"
 start_game() {
     "$build/vantle2" >out.txt 2>err.txt &
     pid=$!
-    win=""
-    for _ in $(seq 1 300); do
-        win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
-        [ -n "$win" ] && break
-        kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
-        sleep 0.1
-    done
-    [ -n "$win" ] || fail "no window appeared"
+    e2e_wait_window
     # The title menu has run a tick (and placed the camera) once its line is in the log.
     for _ in $(seq 1 300); do
         grep -qx "Title menu" out.txt && return 0

@@ -22,3 +22,25 @@ fail() {
     [ -n "${pid:-}" ] && kill "$pid" 2>/dev/null
     exit 1
 }
+
+# e2e_wait_window [LINE...]: waits up to 30 s for a visible window of the game ($pid) whose
+# `xdotool getwindowgeometry --shell` output holds every LINE given (WIDTH=800, X=0, ...);
+# sets win and geometry. Fails when the game ends first or no such window appears.
+e2e_wait_window() {
+    local w line matches
+    win=""
+    geometry=""
+    for _ in $(seq 1 300); do
+        kill -0 "$pid" 2>/dev/null || fail "the game ended before showing a window"
+        for w in $(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null); do
+            geometry="$(xdotool getwindowgeometry --shell "$w" 2>/dev/null)"
+            matches=1
+            for line in "$@"; do
+                grep -qx "$line" <<<"$geometry" || matches=0
+            done
+            [ "$matches" = 1 ] && { win="$w"; return 0; }
+        done
+        sleep 0.1
+    done
+    fail "no visible window ${*:-at all}: $geometry"
+}
