@@ -2,11 +2,14 @@
 // the engine's own readers and byte for byte where the format is ours.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <set>
 
 #include "asset_list.h"
 #include "audio/ogg_decoder.h"
+#include "audio/ogg_encoder.h"
 #include "audio/wav_file.h"
 #include "content_build.h"
 #include "font_raster.h"
@@ -14,6 +17,7 @@
 #include "interface_textures.h"
 #include "keyboard_layout.h"
 #include "music_assets.h"
+#include "music_render.h"
 #include "music_score.h"
 #include "piano_roll.h"
 #include "sound_effects.h"
@@ -304,3 +308,88 @@ TEST(ContentMusic, KeyboardKeysCoverThirtyTwoSemitonesWithDistinctNumbers) {
     EXPECT_EQ(PianoKeyForNote(kPianoLowestNote - 1), nullptr);
     EXPECT_EQ(PianoKeyForNote(kPianoLowestNote + 32), nullptr);
 }
+
+// The step from the last frame of one channel back to the first, where the music player
+// wraps, and the step that 99 in 100 of the steps inside the loop stay under.
+static void SeamAndUsualStep(const std::vector<float>& samples, int channel, float* seam, float* usual) {
+    size_t frames = samples.size() / 2;
+    std::vector<float> steps;
+    for (size_t i = 0; i + 1 < frames; i++) {
+        steps.push_back(std::fabs(samples[(i + 1) * 2 + channel] - samples[i * 2 + channel]));
+    }
+    size_t at = steps.size() * 99 / 100;
+    std::nth_element(steps.begin(), steps.begin() + at, steps.end());
+    *usual = steps[at];
+    *seam = std::fabs(samples[channel] - samples[(frames - 1) * 2 + channel]);
+}
+
+// The music loops without a click: a note still ringing at the end of the loop carries on at
+// its start, and in every shipped piece the step across the seam is an ordinary one, no
+// bigger than 99 in 100 of the steps the piece takes anywhere else.
+TEST(ContentMusic, LoopsCarryOnAcrossTheSeam) {
+    Score ringing;
+    std::string error;
+    ASSERT_TRUE(ParseScore("length 100\nstep 2\nvoice a pad\n  r:49 C4:1\n", "ring.txt", &ringing, &error))
+        << error;
+    std::vector<float> wrapped = RenderScore(ringing, 11025);
+    float opening = 0.0f;
+    for (int i = 0; i < 200; i++) {
+        opening = std::max(opening, std::fabs(wrapped[i * 2]));
+    }
+    EXPECT_GT(opening, 0.05f) << "the note that rings past the end is missing from the start";
+
+    for (const char* name : {"menu", "level", "win"}) {
+        std::string text;
+        Score score;
+        ASSERT_TRUE(ReadTextFile(kContentDir + "/music/" + name + ".txt", &text)) << name;
+        ASSERT_TRUE(ParseScore(text, name, &score, &error)) << error;
+        std::vector<float> samples = RenderScore(score, kMusicRate);
+        ASSERT_GT(samples.size(), 2u) << name;
+        for (int channel = 0; channel < 2; channel++) {
+            float seam, usual;
+            SeamAndUsualStep(samples, channel, &seam, &usual);
+            EXPECT_LE(seam, usual) << name << " channel " << channel;
+        }
+    }
+}
+
+// The same holds after the trip through Vorbis: the stream keeps the loop's exact length (no
+// padding to hear as a gap) and the decoder's wrap back to the start is an ordinary step.
+TEST(ContentMusic, AnEncodedLoopWrapsWithoutAGap) {
+    Score score;
+    std::string error;
+    ASSERT_TRUE(ParseScore("length 100\nstep 2\nvoice a pad\n  C4:10 E4:10 r:20 G4:10\n", "ring.txt",
+                           &score, &error))
+        << error;
+    std::vector<float> samples = RenderScore(score, kMusicRate);
+    std::vector<short> pcm(samples.size());
+    for (size_t i = 0; i < samples.size(); i++) {
+        pcm[i] = static_cast<short>(std::lround(samples[i] * 32767.0f));
+    }
+    unsigned int frames = static_cast<unsigned int>(pcm.size() / 2);
+    std::vector<unsigned char> ogg;
+    ASSERT_EQ(EncodeOggVorbis(pcm.data(), frames, 2, kMusicRate, 0.3f, ogg), 1);
+
+    OggDecoder decoder;
+    ASSERT_EQ(decoder.Open(ogg.data(), static_cast<unsigned int>(ogg.size())), 1);
+    EXPECT_EQ(ov_pcm_total(&decoder.vorbisFile, -1), static_cast<ogg_int64_t>(frames));
+    // One loop and a little of the next, through the player's own wrap.
+    std::vector<short> decoded((frames + 64) * 2);
+    ASSERT_EQ(decoder.Decode(reinterpret_cast<unsigned char*>(decoded.data()),
+                             static_cast<unsigned int>(decoded.size() * sizeof(short))),
+              1);
+    // After the wrap the stream starts over exactly.
+    for (unsigned int i = 0; i < 64 * 2; i++) {
+        ASSERT_EQ(decoded[frames * 2 + i], decoded[i]) << "sample " << i << " after the wrap";
+    }
+    std::vector<float> loop(frames * 2);
+    for (size_t i = 0; i < loop.size(); i++) {
+        loop[i] = decoded[i] / 32768.0f;
+    }
+    for (int channel = 0; channel < 2; channel++) {
+        float seam, usual;
+        SeamAndUsualStep(loop, channel, &seam, &usual);
+        EXPECT_LE(seam, usual) << "channel " << channel;
+    }
+}
+
