@@ -12,7 +12,7 @@ PACKAGES=(
     libogg-dev libvorbis-dev
     libfreetype-dev fonts-dejavu-core
     libgtest-dev libgmock-dev libbenchmark-dev
-    xvfb xauth xdotool x11-utils imagemagick
+    xvfb xauth xdotool x11-utils x11-xkb-utils imagemagick
     clang libclang-rt-14-dev
     python3
 )

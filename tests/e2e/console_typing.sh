@@ -4,11 +4,16 @@
 # held) and entered, then "QUIT" and Enter end the run. The program exits with
 # 0, echoed the typed line to its log and wrote the new high score as the last
 # line of config.vbt.
-# Arguments: build directory, source directory.
+# With the server's keymap set to the United Kingdom layout ("gb"), the game
+# must notice it: the same key still opens the console (as the UK board's own
+# key code), and the line goes on with Shift+' and Shift+3, which a UK board
+# types as "@" and the pound sign.
+# Arguments: build directory, source directory, keymap ("us" unless given).
 set -uo pipefail
+keymap="${3:-us}"
 # shellcheck source=tools/e2e_common.sh
 . "$(dirname "$0")/tools/e2e_common.sh"
-e2e_begin e2e_console_typing "$1" "$2"
+e2e_begin "e2e_console_typing_$keymap" "$1" "$2"
 # shellcheck source=tools/own_display.sh
 . "$src/tests/e2e/tools/own_display.sh"
 
@@ -43,6 +48,8 @@ type_text() {
 }
 
 own_display "$scratch" || fail "no X display of its own"
+# The game reads the layout when its window opens, so it is set before the start.
+setxkbmap -layout "$keymap" || fail "setxkbmap could not set the $keymap layout"
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
 e2e_wait_window
@@ -51,9 +58,21 @@ sleep 1
 xdotool windowfocus --sync "$win" 2>/dev/null || xdotool windowfocus "$win"
 sleep 0.3
 
-# The key left of "1" on the server's (non-UK) keymap.
+# The key left of "1".
 press grave
 type_text "HIGHSCORE 777"
+expected="HIGHSCORE 777"
+if [ "$keymap" = gb ]; then
+    press space
+    for key in apostrophe 3; do
+        xdotool keydown Shift_L
+        sleep 0.1
+        press "$key"
+        xdotool keyup Shift_L
+        sleep 0.1
+    done
+    expected=$'HIGHSCORE 777 @\xA3'
+fi
 press Return
 type_text "QUIT"
 press Return
@@ -67,7 +86,7 @@ wait "$pid"
 status=$?
 pid=""
 [ "$status" -eq 0 ] || fail "exit status $status"
-grep -qx "HIGHSCORE 777" out.txt || fail "the entered line was not logged"
+LC_ALL=C grep -qxF "$expected" out.txt || fail "the entered line was not logged as '$expected'"
 grep -qx "QUIT" out.txt || fail "QUIT was not logged"
 last="$(tail -n 1 config.vbt | tr -d '\r')"
 [ "$last" = "HIGHSCORE 777" ] || fail "config.vbt ends with '$last'"
