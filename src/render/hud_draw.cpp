@@ -2,6 +2,7 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "app/gl_window.h"
@@ -30,11 +31,42 @@ void DrawTexturedQuad(float x0, float y0, float x1, float y1, float u0, float u1
     glEnd();
 }
 
+int g_skipOffCanvasGlyphs = 1;
+
+static const int kGlyphFloats = 6 * TextBatch::kVertexFloats;  // two triangles
+
+// Whether a glyph's quad, moved right by x, reaches into the canvas's 800 columns.
+static bool GlyphOnCanvas(const float* glyph, float x) {
+    float left = glyph[0], right = glyph[0];
+    for (int v = 1; v < 6; v++) {
+        left = std::min(left, glyph[v * TextBatch::kVertexFloats]);
+        right = std::max(right, glyph[v * TextBatch::kVertexFloats]);
+    }
+    return !g_skipOffCanvasGlyphs || (right + x > 0.0f && left + x < 800.0f);
+}
+
 void DrawTextAt(const TextBatch& batch, const char* font, float x, float y) {
     glPushMatrix();
     glTranslatef(x, y, 0.0f);
     g_textures.Bind(font);
-    DrawTextBatch(batch);
+    // Glyphs wholly left or right of the canvas are left out: the title's credits line is
+    // hundreds of glyphs long with a few dozen on screen, and every glyph sent costs its
+    // vertices and two triangle set-ups. The rest go in the batch's own order, each run of
+    // neighbours in one call, so the picture is the same.
+    unsigned int glyphs = batch.vertices ? batch.triangleCount / 2 : 0;
+    unsigned int g = 0;
+    while (g < glyphs) {
+        if (!GlyphOnCanvas(batch.vertices + g * kGlyphFloats, x)) {
+            g++;
+            continue;
+        }
+        unsigned int first = g;
+        while (g < glyphs && GlyphOnCanvas(batch.vertices + g * kGlyphFloats, x)) {
+            g++;
+        }
+        g_window.DrawMesh(batch.vertices + first * kGlyphFloats, (g - first) * 2, 0.0f, 0.0f, 0.0f, 0.0f,
+                          0.0f, 0.0f, 1.0f, 1.0f, 1.0f);
+    }
     glPopMatrix();
 }
 

@@ -10,8 +10,11 @@ class TextBatch;
 
 // (x0, y0)-(x1, y1), top-left to bottom-right, u from u0 at the left to u1 at the right.
 void DrawTexturedQuad(float x0, float y0, float x1, float y1, float u0, float u1);
-// A built text batch translated to (x, y) in the named font and the current colour.
+// A built text batch translated to (x, y) in the named font and the current colour. With
+// g_skipOffCanvasGlyphs set (the default) glyphs wholly outside the canvas's columns are not
+// sent; clearing it sends every glyph, for comparison.
 void DrawTextAt(const TextBatch& batch, const char* font, float x, float y);
+extern int g_skipOffCanvasGlyphs;
 // The screen texture laid over the frame in 40 strips: additive at 0.4 in the capture pass,
 // blended at 0.5 on screen.
 void DrawGlowStrips(int capturePass);

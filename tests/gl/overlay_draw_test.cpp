@@ -7,12 +7,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 
 #include "app/console.h"
 #include "draw_test_util.h"
 #include "render/console_panel.h"
+#include "render/hud_draw.h"
 #include "render/loading_screen.h"
 #include "ui/engine_texts.h"
 #include "ui/text_batch.h"
@@ -254,6 +256,49 @@ TEST_F(OverlayDrawTest, GlyphsComeFromTheirCells) {
     // Row 6 of the font starts with q, row 2 with 1.
     EXPECT_EQ(TextBatch::GlyphIndex('z'), 105);
     EXPECT_EQ(TextBatch::GlyphIndex('9'), 40);
+}
+
+// A line running off both sides of the canvas, as the title's scrolling credits do: the glyphs
+// outside it are not sent, and the frame is the same as with every glyph sent.
+TEST_F(OverlayDrawTest, GlyphsOffTheCanvasAreNotSent) {
+    ASSERT_TRUE(drawtest::LoadTestFont([](int glyph, int x, int, unsigned char* rgba) {
+        rgba[0] = static_cast<unsigned char>(16 * (glyph % 16) + x);
+        rgba[1] = static_cast<unsigned char>(16 * (glyph / 16));
+        rgba[2] = 120;
+        rgba[3] = 255;
+    }));
+    char text[201];
+    for (int i = 0; i < 200; i++) {
+        text[i] = static_cast<char>('A' + i % 26);
+    }
+    text[200] = 0;
+    TextBatch batch;
+    batch.AddEntry(text, 0.0f, 0.0f, 10000.0f, 20.0f, 1.0f, 0);
+    batch.Build();
+    auto draw = [&](int skip, float x) {
+        g_skipOffCanvasGlyphs = skip;
+        Clear(0.0f);
+        g_window.Begin2D();
+        g_window.polyCount = 0;
+        DrawTextAt(batch, "gui_font.tga", x, 300.0f);
+        g_skipOffCanvasGlyphs = 1;
+        return drawtest::ReadFrame();
+    };
+    // Glyphs are 20 units wide and advance 16; at x -1000 glyphs 62 to 112 touch the 800 columns
+    // (glyph 62 by its last twelve, glyph 112 by its first eight).
+    for (float x : {-1000.0f, -1004.5f, 0.0f, 790.0f}) {
+        SCOPED_TRACE(x);
+        Frame every = draw(0, x);
+        EXPECT_EQ(g_window.polyCount, 400u);
+        Frame sent = draw(1, x);
+        EXPECT_EQ(drawtest::MaxDifference(every, sent), 0);
+        int first = std::max(0, static_cast<int>(std::floor((-x - 20.0f) / 16.0f)) + 1);
+        int last = std::min(199, static_cast<int>(std::ceil((800.0f - x) / 16.0f)) - 1);
+        EXPECT_EQ(g_window.polyCount, static_cast<unsigned int>(2 * (last - first + 1)));
+    }
+    // Wholly off the canvas: nothing at all.
+    draw(1, 900.0f);
+    EXPECT_EQ(g_window.polyCount, 0u);
 }
 
 // Lit pixels of a box and their bounding box.
