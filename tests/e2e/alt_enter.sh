@@ -43,16 +43,7 @@ windows="$(sort -u ids.txt | wc -l)"
 [ "$windows" -ge 3 ] || fail "holding Alt+Enter made $windows windows, not one after another"
 e2e_wait_window WIDTH=800 HEIGHT=600
 
-python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
-for _ in $(seq 1 300); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-done
-kill -0 "$pid" 2>/dev/null && fail "the game is still running"
-wait "$pid"
-status=$?
-pid=""
-[ "$status" -eq 0 ] || fail "exit status $status"
+e2e_close_window
 grep -qx $'VID_SIZE 800,600\r' config.vbt || fail "config.vbt lacks the snapped size"
 grep -qx $'VID_FULL 0\r' config.vbt || fail "config.vbt does not record a window"
 echo "PASS"

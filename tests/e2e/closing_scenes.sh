@@ -6,22 +6,11 @@
 # the title menu back.
 # Arguments: build directory, source directory.
 set -uo pipefail
-build="$(cd "$1" && pwd)"
-scratch="$build/test-scratch/e2e_closing_scenes"
-rm -rf "$scratch"
-mkdir -p "$scratch"
-cd "$scratch" || exit 1
-export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin e2e_closing_scenes "$1" "$2"
 ln -s "$build/run/data" data
 printf 'VID_SIZE 800 600\n' >config.vbt
-
-pid=""
-fail() {
-    echo "FAIL: $*"
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    [ -f out.txt ] && { echo "--- out.txt"; tail -30 out.txt; }
-    exit 1
-}
 
 count() {
     grep -cE "$1" out.txt

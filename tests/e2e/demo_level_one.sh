@@ -4,13 +4,9 @@
 # the title) and reaches level 02. Skipped (77) while the data has no level 01.
 # Arguments: build directory, source directory.
 set -uo pipefail
-build="$(cd "$1" && pwd)"
-src="$(cd "$2" && pwd)"
-scratch="$build/test-scratch/e2e_demo_level_one"
-rm -rf "$scratch"
-mkdir -p "$scratch"
-cd "$scratch" || exit 1
-export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin e2e_demo_level_one "$1" "$2"
 solution="$src/content/solutions/01.replay"
 if [ ! -f "$solution" ] || [ -z "$(find -L "$build/run/data" -iname 'levels.vpk' -o -ipath '*levels/01.vlc' | head -1)" ]; then
     echo "SKIP: no level 01 or no solution for it"
@@ -19,23 +15,6 @@ fi
 ln -s "$build/run/data" data
 printf 'VID_SIZE 800 600\n' >config.vbt
 printf 'DEMO_PLAY %s\n' "$solution" >autoexec.vbt
-
-pid=""
-fail() {
-    echo "FAIL: $*"
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    [ -f out.txt ] && { echo "--- out.txt"; tail -40 out.txt; }
-    exit 1
-}
-
-wait_line() {
-    for _ in $(seq 1 $(($2 * 10))); do
-        grep -qE "$1" out.txt && return 0
-        kill -0 "$pid" 2>/dev/null || return 1
-        sleep 0.1
-    done
-    return 1
-}
 
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!

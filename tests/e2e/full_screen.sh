@@ -24,16 +24,7 @@ xdotool keyup Return
 xdotool keyup Alt_L
 e2e_wait_window "X=$(((screen_w - 1280) / 2))" "Y=$(((screen_h - 960) / 2))" WIDTH=1280 HEIGHT=960
 
-python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
-for _ in $(seq 1 300); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-done
-kill -0 "$pid" 2>/dev/null && fail "the game is still running"
-wait "$pid"
-status=$?
-pid=""
-[ "$status" -eq 0 ] || fail "exit status $status"
+e2e_close_window
 grep -q 'ERROR' err.txt && fail "an error box was shown"
 grep -qx $'VID_FULL 0\r' config.vbt || fail "config.vbt does not record windowed mode"
 grep -qx $'VID_SIZE 1280,960\r' config.vbt || fail "config.vbt lacks the snapped size"

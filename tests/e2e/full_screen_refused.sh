@@ -18,16 +18,7 @@ for line in "WIDTH=1000" "HEIGHT=700" "X=$(((screen_w - 1000) / 2))" "Y=$(((scre
     echo "$geometry" | grep -qx "$line" || fail "expected $line: $geometry"
 done
 
-python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
-for _ in $(seq 1 300); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-done
-kill -0 "$pid" 2>/dev/null && fail "the game is still running"
-wait "$pid"
-status=$?
-pid=""
-[ "$status" -eq 0 ] || fail "exit status $status"
+e2e_close_window
 grep -q 'ERROR' err.txt && fail "an error box was shown"
 grep -qx $'VID_FULL 0\r' config.vbt || fail "config.vbt does not record windowed mode"
 grep -qx $'VID_SIZE 1000,700\r' config.vbt || fail "config.vbt lost the size"

@@ -22,16 +22,7 @@ xdotool mouseup 3 && sleep 0.3
 # Moving without a button must not turn the camera any further.
 xdotool mousemove --window "$win" 100 100 && sleep 0.3
 
-python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
-for _ in $(seq 1 300); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-done
-kill -0 "$pid" 2>/dev/null && fail "the game is still running"
-wait "$pid"
-status=$?
-pid=""
-[ "$status" -eq 0 ] || fail "exit status $status"
+e2e_close_window
 grep -qx $'CAMERA_ROT 4.60,180.00,0.00\r' config.vbt || fail "the drag turned the title's camera"
 grep -qx $'CAMERA_POS 5.90,48.00,660.50\r' config.vbt || fail "the drag moved the title's camera"
 echo "PASS"

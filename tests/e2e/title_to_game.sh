@@ -5,32 +5,11 @@
 # once. A key in the closing scene brings the title back.
 # Arguments: build directory, source directory.
 set -uo pipefail
-build="$(cd "$1" && pwd)"
-scratch="$build/test-scratch/e2e_title_to_game"
-rm -rf "$scratch"
-mkdir -p "$scratch"
-cd "$scratch" || exit 1
-export ALSOFT_DRIVERS=null LIBGL_ALWAYS_SOFTWARE=1 VANTLE_NO_MESSAGE_BOX=1
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin e2e_title_to_game "$1" "$2"
 ln -s "$build/run/data" data
 printf 'VID_SIZE 800 600\n' >config.vbt
-
-pid=""
-fail() {
-    echo "FAIL: $*"
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    [ -f out.txt ] && { echo "--- out.txt"; tail -40 out.txt; }
-    exit 1
-}
-
-# Waits up to $2 seconds for a line of out.txt matching the pattern $1.
-wait_line() {
-    for _ in $(seq 1 $(($2 * 10))); do
-        grep -qE "$1" out.txt && return 0
-        kill -0 "$pid" 2>/dev/null || return 1
-        sleep 0.1
-    done
-    return 1
-}
 
 # A held key: the key table is read once per tick, so a tap shorter than a tick could be lost.
 press() {
@@ -45,13 +24,7 @@ spread() {
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
 wait_line '^Title menu$' 60 || fail "no title menu"
-win=""
-for _ in $(seq 1 50); do
-    win="$(xdotool search --all --onlyvisible --pid "$pid" --name 'Vantle2' 2>/dev/null | head -1)"
-    [ -n "$win" ] && break
-    sleep 0.1
-done
-[ -n "$win" ] || fail "no window"
+e2e_wait_window
 xdotool windowfocus --sync "$win" 2>/dev/null
 sleep 1.5
 import -window "$win" title.png || fail "no screenshot of the title"

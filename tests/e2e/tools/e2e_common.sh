@@ -44,3 +44,30 @@ e2e_wait_window() {
     done
     fail "no visible window ${*:-at all}: $geometry"
 }
+
+# wait_line PATTERN SECONDS: waits for a line of out.txt matching PATTERN; 1 when the game
+# ($pid) ends first or the time runs out.
+wait_line() {
+    for _ in $(seq 1 $(($2 * 10))); do
+        grep -qE "$1" out.txt && return 0
+        kill -0 "$pid" 2>/dev/null || return 1
+        sleep 0.1
+    done
+    return 1
+}
+
+# e2e_close_window: asks the game's window ($win) to close as a window manager would, waits up
+# to 30 s for the game to end and fails unless it ended with status 0.
+e2e_close_window() {
+    local status
+    python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
+    for _ in $(seq 1 300); do
+        kill -0 "$pid" 2>/dev/null || break
+        sleep 0.1
+    done
+    kill -0 "$pid" 2>/dev/null && fail "the game is still running"
+    wait "$pid"
+    status=$?
+    pid=""
+    [ "$status" -eq 0 ] || fail "exit status $status"
+}
