@@ -8,9 +8,12 @@
 own_display() {
     local dir="$1"
     rm -f "$dir/display"
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$dir/display" 2>"$dir/xvfb.txt" &
+    # -noreset: a short-lived client such as setxkbmap is otherwise the last one to leave, and
+    # the server resets as it goes, keymap included.
+    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$dir/display" 2>"$dir/xvfb.txt" &
     own_display_pid=$!
-    trap 'kill "$own_display_pid" 2>/dev/null' EXIT
+    # Waited for, so that the next test's server never meets this one still shutting down.
+    trap 'kill "$own_display_pid" 2>/dev/null; wait "$own_display_pid" 2>/dev/null' EXIT
     for _ in $(seq 1 100); do
         [ -s "$dir/display" ] && break
         sleep 0.1
