@@ -12,7 +12,7 @@ set -uo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="$(cd "${1:-$root/build}" && pwd)"
 if [ -z "${DISPLAY:-}" ]; then
-    exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0" "$build"
+    exec xvfb-run -a -s "-screen 0 1024x768x24 -noreset" bash "$0" "$build"
 fi
 export LIBGL_ALWAYS_SOFTWARE=1 ALSOFT_DRIVERS=null VANTLE_NO_MESSAGE_BOX=1
 work="$(mktemp -d)"

@@ -43,7 +43,9 @@ run_label() {
     fi
 }
 
-xvfb=(xvfb-run -a -s "-screen 0 1280x1024x24")
+# -noreset: when a short-lived client (xdotool asking the screen size) is the last to leave,
+# the server otherwise resets, and a game connecting in that moment finds no display.
+xvfb=(xvfb-run -a -s "-screen 0 1280x1024x24 -noreset")
 run_label build-asan unit
 run_label build gl "${xvfb[@]}"
 run_label build e2e "${xvfb[@]}"
