@@ -17,17 +17,6 @@ e2e_begin "e2e_console_typing_$keymap" "$1" "$2"
 # shellcheck source=tools/own_display.sh
 . "$src/tests/e2e/tools/own_display.sh"
 
-# One key held long enough for the game's frame step to see it, then released. The game
-# samples a key table rather than queueing characters, so a press and its release must not
-# both arrive while one slow frame is drawn (software GL on a busy machine); a quarter of a
-# second is still short of the keyboard's auto-repeat.
-press() {
-    xdotool keydown "$1" || fail "xdotool could not press $1"
-    sleep 0.25
-    xdotool keyup "$1"
-    sleep 0.1
-}
-
 # Types text with the X key names of its characters; capitals hold Shift.
 type_text() {
     local text="$1" c
