@@ -33,6 +33,14 @@ anon_mib() {
     awk '/^RssAnon:/ { printf "%.1f", $2 / 1024 }' "/proc/$1/status"
 }
 
+# The part of it that is Mesa's software rasteriser's own mapped files (libLLVM, the swrast
+# driver, libgallium): what any GL program pays on this renderer before drawing anything.
+mesa_mib() {
+    awk '/^[0-9a-f]+-[0-9a-f]+ / { mesa = ($6 ~ /(libLLVM|swrast_dri|libgallium)/) }
+         mesa && /^Rss:/ { kb += $2 }
+         END { printf "%.1f", kb / 1024 }' "/proc/$1/smaps"
+}
+
 # measure <name> <log line to wait for> <autoexec lines...>: prints "<cs> <MiB>".
 measure() {
     local name="$1" ready="$2"
@@ -51,18 +59,19 @@ measure() {
     if ! grep -qE "$ready" "$run/log.txt"; then
         kill -TERM "$pid" 2>/dev/null
         wait "$pid" 2>/dev/null
-        echo "- - -"
+        echo "- - - -"
         return
     fi
-    local before after rss anon
+    local before after rss anon mesa
     before="$(cpu_cs "$pid")"
     sleep 10
     after="$(cpu_cs "$pid")"
     rss="$(rss_mib "$pid")"
     anon="$(anon_mib "$pid")"
+    mesa="$(mesa_mib "$pid")"
     kill -TERM "$pid" 2>/dev/null
     wait "$pid" 2>/dev/null
-    echo "$((after - before)) $rss $anon"
+    echo "$((after - before)) $rss $anon $mesa"
 }
 
 # The middle one of several runs: a shared machine's figures wander by a tenth or so from
@@ -76,12 +85,12 @@ solution="$root/content/solutions/01.replay"
 [ -f "$solution" ] || echo "no solution replay $solution: level 01 not measured" >&2
 title_cs=() title_mib=() level_cs=() level_mib=()
 for run in $(seq 1 "$runs"); do
-    read -r cs mib anon < <(measure "title$run" '^Title menu$')
-    echo "title, run $run: $cs cs of processor time in 10 s, $mib MiB resident ($anon MiB anonymous)"
+    read -r cs mib anon mesa < <(measure "title$run" '^Title menu$')
+    echo "title, run $run: $cs cs of processor time in 10 s, $mib MiB resident ($anon MiB anonymous, $mesa MiB Mesa's rasteriser code)"
     title_cs+=("$cs") title_mib+=("$mib")
     [ -f "$solution" ] || continue
-    read -r cs mib anon < <(measure "level$run" '^Level 01:' "DEMO_PLAY $solution")
-    echo "level01, run $run: $cs cs of processor time in 10 s, $mib MiB resident ($anon MiB anonymous)"
+    read -r cs mib anon mesa < <(measure "level$run" '^Level 01:' "DEMO_PLAY $solution")
+    echo "level01, run $run: $cs cs of processor time in 10 s, $mib MiB resident ($anon MiB anonymous, $mesa MiB Mesa's rasteriser code)"
     level_cs+=("$cs") level_mib+=("$mib")
 done
 echo "scene cost: title $(median "${title_cs[@]}") cs/10 s $(median "${title_mib[@]}") MiB," \
