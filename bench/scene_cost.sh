@@ -41,7 +41,8 @@ mesa_mib() {
          END { printf "%.1f", kb / 1024 }' "/proc/$1/smaps"
 }
 
-# measure <name> <log line to wait for> <autoexec lines...>: prints "<cs> <MiB>".
+# measure <name> <log line to wait for> <autoexec lines...>:
+# prints "<cs> <MiB> <anonymous MiB> <Mesa MiB>".
 measure() {
     local name="$1" ready="$2"
     shift 2
