@@ -66,15 +66,7 @@ press Return
 type_text "QUIT"
 press Return
 
-for _ in $(seq 1 300); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-done
-kill -0 "$pid" 2>/dev/null && fail "the game is still running after QUIT"
-wait "$pid"
-status=$?
-pid=""
-[ "$status" -eq 0 ] || fail "exit status $status"
+e2e_wait_exit " after QUIT"
 LC_ALL=C grep -qxF "$expected" out.txt || fail "the entered line was not logged as '$expected'"
 grep -qx "QUIT" out.txt || fail "QUIT was not logged"
 last="$(tail -n 1 config.vbt | tr -d '\r')"

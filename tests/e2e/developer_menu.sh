@@ -54,14 +54,6 @@ button 3
 at 450 392
 button 1
 
-for _ in $(seq 1 300); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-done
-kill -0 "$pid" 2>/dev/null && fail "the game is still running after choosing Quit to desktop"
-wait "$pid"
-status=$?
-pid=""
-[ "$status" -eq 0 ] || fail "exit status $status"
+e2e_wait_exit " after choosing Quit to desktop"
 [ -f config.vbt ] || fail "config.vbt was not written"
 echo "PASS"

@@ -29,6 +29,10 @@ restore() {
 }
 trap restore EXIT
 
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+# Its own fail: the game's output lies in the scratch folder, not the working directory, and the
+# restore trap stops the game.
 fail() {
     echo "FAIL: $*"
     for f in "$scratch/out.txt" "$scratch/err.txt"; do
@@ -68,15 +72,6 @@ grep -qx "Script 'autoexec.vbt' completed successfully" "$scratch/out.txt" ||
 # The loop keeps running until the player closes the window.
 sleep 2
 kill -0 "$pid" 2>/dev/null || fail "the game ended without being closed"
-python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
-for _ in $(seq 1 300); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-done
-kill -0 "$pid" 2>/dev/null && fail "the game did not end after its window was closed"
-wait "$pid"
-status=$?
-pid=""
-[ "$status" -eq 0 ] || fail "exit status $status"
+e2e_close_window
 head -c 9 "$run/config.vbt" | grep -qx '//\*\*\*\*\*\*\*' || fail "no config.vbt written into build/run"
 echo "run.sh: built, started the game in build/run, closed by the user"

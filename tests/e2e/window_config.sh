@@ -25,18 +25,6 @@ start_game() {
     fail "the title menu did not start"
 }
 
-# Waits (at most 30 s) for the game to end; sets status.
-wait_game() {
-    for _ in $(seq 1 300); do
-        kill -0 "$pid" 2>/dev/null || break
-        sleep 0.1
-    done
-    kill -0 "$pid" 2>/dev/null && fail "the game is still running"
-    wait "$pid"
-    status=$?
-    pid=""
-}
-
 expect_size() {
     local geometry
     geometry="$(xdotool getwindowgeometry --shell "$win")"
@@ -77,9 +65,7 @@ printf '%s\n' "Initialising OpenGL:" "$sep" "Initialising Shader system:" SHADER
     "Initialising OpenAL:" DEVICE "$sep" >expected_log.txt
 cmp log.txt expected_log.txt || fail "start-up log: $(diff expected_log.txt log.txt | tr '\n' ' ')"
 head -1 out.txt | grep -qx "Initialising OpenGL:" || fail "the start-up log does not begin the output"
-python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
-wait_game
-[ "$status" -eq 0 ] || fail "exit status $status after closing the window"
+e2e_close_window
 expected_config "640,480" >expected.vbt
 cmp config.vbt expected.vbt || fail "config.vbt differs from the defaults"
 
@@ -88,8 +74,7 @@ printf 'VID_SIZE 1024,768\r\nHIGHSCORE 1234\r\n' >config.vbt
 start_game
 expect_size 1024 768
 xdotool windowclose "$win" || fail "could not destroy the window"
-wait_game
-[ "$status" -eq 0 ] || fail "exit status $status after the window was destroyed"
+e2e_wait_exit " after the window was destroyed"
 expected_config "1024,768" "HIGHSCORE 1234" >expected.vbt
 cmp config.vbt expected.vbt || fail "config.vbt did not keep the size and the high score"
 
@@ -98,8 +83,7 @@ rm -f config.vbt
 printf '// leave at once\nVID_FOV 45\nQUIT\n' >autoexec.vbt
 "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
-wait_game
-[ "$status" -eq 0 ] || fail "exit status $status after QUIT"
+e2e_wait_exit " after QUIT"
 grep -qx "Script 'autoexec.vbt' completed successfully" out.txt || fail "autoexec.vbt did not run"
 camera=("${start_camera[@]}")
 expected_config "640,480" >expected.vbt
@@ -109,8 +93,7 @@ rm -f autoexec.vbt config.vbt
 # 4. Without a display the game says why and writes nothing.
 env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER "$build/vantle2" >out.txt 2>err.txt &
 pid=$!
-wait_game
-[ "$status" -eq 0 ] || fail "exit status $status without a display"
+e2e_wait_exit " without a display"
 grep -q "WinMain : Could not create OpenGL Rendering device" err.txt || fail "no error message on stderr"
 [ -e config.vbt ] && fail "config.vbt was written although no window opened"
 echo "PASS"

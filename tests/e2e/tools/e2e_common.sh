@@ -56,20 +56,26 @@ wait_line() {
     return 1
 }
 
-# e2e_close_window: asks the game's window ($win) to close as a window manager would, waits up
-# to 30 s for the game to end and fails unless it ended with status 0.
-e2e_close_window() {
-    local status
-    python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
+# e2e_wait_exit [WHEN]: waits up to 30 s for the game ($pid) to end and fails unless it ended
+# with status 0; WHEN (" after QUIT") finishes the failure messages.
+e2e_wait_exit() {
+    local when="${1:-}" status
     for _ in $(seq 1 300); do
         kill -0 "$pid" 2>/dev/null || break
         sleep 0.1
     done
-    kill -0 "$pid" 2>/dev/null && fail "the game is still running"
+    kill -0 "$pid" 2>/dev/null && fail "the game is still running$when"
     wait "$pid"
     status=$?
     pid=""
-    [ "$status" -eq 0 ] || fail "exit status $status"
+    [ "$status" -eq 0 ] || fail "exit status $status$when"
+}
+
+# e2e_close_window: asks the game's window ($win) to close as a window manager would and
+# expects the game to end with status 0.
+e2e_close_window() {
+    python3 "$src/tests/e2e/tools/x_close_window.py" "$win" || fail "could not ask the window to close"
+    e2e_wait_exit " after its window was closed"
 }
 
 # press KEY: one key held long enough for the game's frame step to see it, then released. The
