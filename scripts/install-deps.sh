@@ -14,7 +14,7 @@ PACKAGES=(
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xauth xdotool x11-utils x11-xkb-utils imagemagick
     clang libclang-rt-14-dev
-    python3
+    python3 ccache
 )
 
 missing=()
