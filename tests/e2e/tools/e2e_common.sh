@@ -131,11 +131,10 @@ e2e_not_blank() {
 # press KEY: one key held long enough for the game's frame step to see it, then released. The
 # game samples a key table rather than queueing characters, so a press and its release must not
 # both arrive while one slow frame is drawn (software GL on a busy machine); a quarter of a
-# second is still short of the keyboard's auto-repeat.
+# second is still short of the keyboard's auto-repeat, and one xdotool holds it so that a slow
+# start of a second one cannot stretch it into repeats.
 press() {
-    xdotool keydown "$1" || fail "xdotool could not press $1"
-    sleep 0.25
-    xdotool keyup "$1"
+    xdotool keydown "$1" sleep 0.25 keyup "$1" || fail "xdotool could not press $1"
     sleep 0.1
 }
 
