@@ -1,47 +1,27 @@
 #!/usr/bin/env bash
-# The content tool from the command line: two builds give byte-identical
-# packages holding every name, and a broken source file stops the build with
-# its file and line.
-set -euo pipefail
-build="$1"
-source="$2"
+# The content tool and the package tool from the command line: a build into folders that do
+# not exist yet makes them and gives the very packages the build directory's run/data holds;
+# vpk lists them and refuses a file that is no package with a non-zero status; a broken score
+# stops the content build with its file and line.
+# Arguments: build directory, source directory.
+set -uo pipefail
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin "$1" "$2"
+e2e_need_data
 tool="$build/vantle-content"
-work="$(mktemp -d)"
-trap 'rm -rf "$work"' EXIT
 
-# The output folders do not exist yet: the tool makes them.
-"$tool" --content "$source/content" --out "$work/a" >"$work/a.log"
-"$tool" --content "$source/content" --out "$work/b/deeper" >/dev/null
-grep -q '^vantle-content: [0-9]* assets' "$work/a.log"
-for f in "$work"/a/*.vpk; do
-    cmp "$f" "$work/b/deeper/$(basename "$f")"
+"$tool" --content "$src/content" --out a/deeper >a.txt || fail "the content build failed"
+grep -q '^vantle-content: [0-9]* assets' a.txt || fail "no summary line"
+for f in data/*.vpk; do
+    cmp "$f" "a/deeper/$(basename "$f")" || fail "two builds made different $(basename "$f")"
 done
+"$build/vpk" list a/deeper/levels.vpk | grep -qF '  levels\01.vlc' || fail "vpk does not list level 01"
+"$build/vpk" list a.txt 2>vpk.txt && fail "vpk listed a file that is no package"
+grep -q 'bad magic' vpk.txt || fail "vpk does not say why"
 
-"$build/vpk" list "$work/a/base.vpk" >"$work/list.txt"
-for name in 'gui_font.tga' 'gui\level_bar.tga' 'logo\logotext_main.tga' 'particle_fire.tga' \
-    'sound\run04.wav' 'sound\blip.wav' 'sound\music_menu.ogg' 'sound\music_win.ogg' 'piano.vpr'; do
-    grep -qF "  $name" "$work/list.txt" || { echo "missing $name"; exit 1; }
-done
-"$build/vpk" list "$work/a/levels.vpk" >"$work/levels.txt"
-for name in 'logo\logo.vlc' 'levels\01.vlc' 'levels\02.vlc' 'levels\done.vlc' 'levels\end.vlc'; do
-    grep -qF "  $name" "$work/levels.txt" || { echo "missing $name"; exit 1; }
-done
-
-# A score with a bad note: the tool fails and names the file and line.
-cp -r "$source/content" "$work/broken"
-printf 'length 100\nstep 2\nvoice a piano\n  C4 Q7\n' >"$work/broken/music/level.txt"
-if "$tool" --content "$work/broken" --out "$work/c" 2>"$work/err.txt"; then
-    echo "a broken score was accepted"
-    exit 1
-fi
-grep -q 'level.txt:4:' "$work/err.txt"
-
-# A level naming a texture nobody makes: the level file and the piece's line.
-rm -rf "$work/broken"
-cp -r "$source/content" "$work/broken"
-printf 'location Typo\n\npiece floor textures\\01\\gras.tga solid\n    box 0 0 0 1 1 1\n' >"$work/broken/levels/03.lvl"
-if "$tool" --content "$work/broken" --out "$work/c" 2>"$work/err.txt"; then
-    echo "a level with an unknown texture was accepted"
-    exit 1
-fi
-grep -q '03.lvl:3: texture' "$work/err.txt"
+cp -r "$src/content" broken
+printf 'length 100\nstep 2\nvoice a piano\n  C4 Q7\n' >broken/music/level.txt
+"$tool" --content broken --out c 2>err.txt && fail "a broken score was accepted"
+grep -q 'level.txt:4:' err.txt || fail "the error does not name the score's file and line"
+echo "PASS"

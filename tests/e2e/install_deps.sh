@@ -6,31 +6,19 @@
 #   3. the install fails: the script fails too
 # Arguments: build directory, source directory.
 set -uo pipefail
-build="$(cd "$1" && pwd)"
-src="$(cd "$2" && pwd)"
-scratch="$build/test-scratch/e2e_install_deps"
-rm -rf "$scratch"
-mkdir -p "$scratch/bin"
-cd "$scratch" || exit 1
+# shellcheck source=tools/e2e_common.sh
+. "$(dirname "$0")/tools/e2e_common.sh"
+e2e_begin "$1" "$2"
 log="$scratch/calls.txt"
-real_dpkg_query="$(command -v dpkg-query)" || { echo "FAIL: no dpkg-query"; exit 1; }
-
-fail() {
-    echo "FAIL: $*"
-    [ -f "$log" ] && { echo "--- calls"; cat "$log"; }
-    exit 1
-}
-
+real_dpkg_query="$(command -v dpkg-query)" || fail "no dpkg-query"
+mkdir bin
 cat >bin/apt-get <<STUB
 #!/usr/bin/env bash
 echo "apt-get \$*" >>"$log"
 [ "\${FAIL_INSTALL:-0}" = 1 ] && [ "\$1" = install ] && exit 100
 exit 0
 STUB
-cat >bin/sudo <<STUB
-#!/usr/bin/env bash
-exec "\$@"
-STUB
+printf '#!/usr/bin/env bash\nexec "$@"\n' >bin/sudo
 # Reports the packages named in MISSING as not installed; asks the real tool for the rest.
 cat >bin/dpkg-query <<STUB
 #!/usr/bin/env bash
@@ -43,11 +31,11 @@ chmod +x bin/*
 export PATH="$scratch/bin:$PATH"
 
 # 1. A second run on a machine that has everything asks apt-get nothing.
-bash "$src/scripts/install-deps.sh" >out1.txt 2>&1 || fail "run 1 failed: $(cat out1.txt)"
+bash "$src/scripts/install-deps.sh" >out1.txt 2>&1 || fail "run 1 failed"
 [ -s "$log" ] && fail "apt-get was called although nothing is missing"
 
 # 2. Only what is missing is installed, after refreshing the lists.
-MISSING="xdotool cmake" bash "$src/scripts/install-deps.sh" >out2.txt 2>&1 || fail "run 2 failed: $(cat out2.txt)"
+MISSING="xdotool cmake" bash "$src/scripts/install-deps.sh" >out2.txt 2>&1 || fail "run 2 failed"
 [ "$(wc -l <"$log")" -eq 2 ] || fail "expected two apt-get calls"
 head -1 "$log" | grep -qE '^apt-get update( |$)' || fail "the lists were not refreshed first"
 install="$(sed -n 2p "$log")"
@@ -59,4 +47,4 @@ words="$(echo "$install" | tr ' ' '\n' | grep -vE '^(apt-get|install|-.*)$' | so
 : >"$log"
 MISSING="xdotool" FAIL_INSTALL=1 bash "$src/scripts/install-deps.sh" >out3.txt 2>&1 && fail "a failed install passed"
 grep -q '^apt-get install' "$log" || fail "the failing install was not attempted"
-echo "install-deps: idempotent, installs only what is missing"
+echo "PASS"
