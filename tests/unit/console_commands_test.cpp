@@ -92,7 +92,6 @@ TEST_F(ConsoleCommands, UsageLinesShowCurrentValues) {
         ExecuteCommand(c[0]);
         EXPECT_EQ(Line(0), c[1]);
     }
-    EXPECT_EQ(g_window.width, 640);
 }
 
 TEST_F(ConsoleCommands, SettingsReadTheirWords) {

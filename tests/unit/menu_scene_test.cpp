@@ -43,8 +43,10 @@ protected:
         ReleaseMenuScene();
         GameFixture::TearDown();
     }
-    // A level 01 with a player, so that starting a game lands in the game scene.
+    // A level 01 with a player, so that starting a game lands in the game scene. The fixture
+    // leaves the lightmaps of an earlier test's level in place; they are not this level's.
     void SaveLevelOne() {
+        g_location.lightmaps.Clear();
         AddEntity("player", 0, 0, 0);
         SaveLocation(g_location, "01.vlc");
         g_location.Clear();
