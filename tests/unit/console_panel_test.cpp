@@ -26,7 +26,6 @@ TEST(ConsolePanelText, InputOnTheBottomRowAndNineteenLogLinesAboveNewestLowest) 
     ASSERT_EQ(batch.count, 20);
     EXPECT_FLOAT_EQ(batch.entries[0].y, 228.0f);
     EXPECT_EQ(Shown(batch, 0), "LOAD\x95");  // the bullet is the cursor
-    EXPECT_FLOAT_EQ(batch.entries[1].y, 216.0f);
     EXPECT_EQ(Shown(batch, 1), "line 39");
     EXPECT_FLOAT_EQ(batch.entries[19].y, 0.0f);
     EXPECT_EQ(Shown(batch, 19), "line 21");

@@ -67,7 +67,6 @@ TEST(TextBatchEntries, SetAppendAndClearKeepTheEntrysPlace) {
     batch.SetText(40, "x");
     batch.SetText(0, "ok");
     EXPECT_EQ(batch.Build(), 6u);
-    EXPECT_FLOAT_EQ(Vertex(batch, 0)[0], 12.0f);
     EXPECT_FLOAT_EQ(Vertex(batch, 0)[1], 34.0f);
 }
 
