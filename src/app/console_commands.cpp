@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "app/console.h"
+#include "app/frame_timer.h"
 #include "app/gl_window.h"
 #include "app/scene_camera.h"
 #include "app/scene_hooks.h"
@@ -57,6 +58,8 @@ static void VidRestart() {
         Call(g_hooks.precacheLocationTextures);
     }
     Call(g_hooks.reuploadLightmaps);
+    // The time the restart took must not come back as catch-up ticks the player never saw.
+    g_timer.Elapsed(TimerUpdate);
 }
 
 static void LocationLoad(CommandLine& line) {

@@ -290,11 +290,13 @@ static void SpawnSmoke(const LocationEntity& entity) {
     memcpy(s.position, entity.position, sizeof(s.position));
     s.velocity[1] = 0.32f;
     s.acceleration[0] = 0.005f;
+    // The final size is drawn before the rotation: the order fixes which numbers of the one
+    // sequence each puff takes.
+    float grow = static_cast<float>(Rand() % 10);
     s.rotation = static_cast<float>(Rand() % 360);
     for (int k = 0; k < 3; k++) {
         s.colourStart[k] = s.colourEnd[k] = 1.0f;
     }
-    float grow = static_cast<float>(Rand() % 10);
     s.sizeStart[0] = s.sizeStart[1] = 4.0f;
     s.sizeEnd[0] = s.sizeEnd[1] = 16.0f + grow;
     s.alphaStart = 1.0f;

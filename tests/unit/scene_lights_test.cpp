@@ -1,5 +1,5 @@
-// The location rig's choice of lights, without GL: range, order, the eight-light
-// limit, the linear fall-off and the light factor.
+// The location rig's choice of lights, without GL: range in three dimensions, list
+// order, the eight-light limit, the linear fall-off and the light factor.
 #include "render/scene_lights.h"
 
 #include <gtest/gtest.h>
@@ -32,8 +32,11 @@ TEST(SceneLightsTest, OnlyTheFirstEightInRangeAreChosenInListOrder) {
     for (int i = 0; i < 8; i++) {
         EXPECT_EQ(out[i].position[0], expectedX[i]) << i;
         EXPECT_EQ(out[i].position[3], 1.0f);
-        EXPECT_EQ(out[i].diffuse[3], 1.0f);
     }
+    // Without a point the first eight shine at full colour times the factor.
+    ASSERT_EQ(ChooseLocationLights(lights, 12, nullptr, 0.6f, out), 8);
+    EXPECT_FLOAT_EQ(out[1].diffuse[0], 0.6f);
+    EXPECT_EQ(out[1].position[0], 20.0f);
 }
 
 TEST(SceneLightsTest, ColourFadesLinearlyToBlackAtTheRange) {
@@ -45,45 +48,16 @@ TEST(SceneLightsTest, ColourFadesLinearlyToBlackAtTheRange) {
     EXPECT_FLOAT_EQ(out[0].diffuse[2], 0.1f);
     EXPECT_FLOAT_EQ(out[1].diffuse[0], 0.2f);
     EXPECT_FLOAT_EQ(out[1].diffuse[1], 0.1f);
-    // Exactly at its range a light still takes a GL light, but gives black.
+    // Exactly at its range a light still takes a GL light, but gives black; just past it, none.
     EXPECT_FLOAT_EQ(out[2].diffuse[0], 0.0f);
-    EXPECT_FLOAT_EQ(out[2].diffuse[1], 0.0f);
-    // Just past it, none.
     lights[2].range = 99.9f;
     EXPECT_EQ(ChooseLocationLights(lights, 3, point, 0.4f, out), 2);
-}
-
-TEST(SceneLightsTest, WithoutAPointTheFirstEightShineAtFullColour) {
-    Light lights[10];
-    for (int i = 0; i < 10; i++) {
-        lights[i] = MakeLight(1000.0f * i, 1.0f, 0.5f, 0.5f, 0.5f);
-    }
-    GlLightSetting out[kGlLightCount];
-    ASSERT_EQ(ChooseLocationLights(lights, 10, nullptr, 0.6f, out), 8);
-    for (int i = 0; i < 8; i++) {
-        EXPECT_FLOAT_EQ(out[i].diffuse[0], 0.3f);
-        EXPECT_EQ(out[i].position[0], 1000.0f * i);
-    }
-}
-
-TEST(SceneLightsTest, DistanceIsMeasuredInThreeDimensions) {
+    // The distance is measured in three dimensions: 5 units away, then just over.
     Light light = MakeLight(3, 5.0f);
-    light.position[1] = 4;  // 5 units from the origin
-    const float origin[3] = {0, 0, 0};
+    light.position[1] = 4;
     const float raised[3] = {0, 0, 1};
-    GlLightSetting out[kGlLightCount];
-    EXPECT_EQ(ChooseLocationLights(&light, 1, origin, 1.0f, out), 1);
+    EXPECT_EQ(ChooseLocationLights(&light, 1, point, 1.0f, out), 1);
     EXPECT_EQ(ChooseLocationLights(&light, 1, raised, 1.0f, out), 0);
-    EXPECT_EQ(ChooseLocationLights(&light, 0, origin, 1.0f, out), 0);
-}
-
-TEST(SceneLightsTest, TheStudioRigIsWarmAtTheSidesAndWhiteInFront) {
-    EXPECT_EQ(kStudioLights[2].direction[2], 1.0f);
-    EXPECT_EQ(kStudioLights[2].diffuse[0], 1.0f);
-    for (int i = 0; i < kStudioLightCount; i++) {
-        const float* d = kStudioLights[i].direction;
-        EXPECT_EQ(d[0] * d[0] + d[1] * d[1] + d[2] * d[2], 1.0f);
-    }
 }
 
 }  // namespace

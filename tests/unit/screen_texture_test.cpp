@@ -22,10 +22,6 @@ TEST(ScreenTextureSize, LargestPowerOfTwoNotAboveEachSide) {
         EXPECT_EQ(w, c.width) << c.windowWidth << "x" << c.windowHeight;
         EXPECT_EQ(h, c.height) << c.windowWidth << "x" << c.windowHeight;
     }
-    ScreenTexture fresh;
-    EXPECT_EQ(fresh.width, 512u);
-    EXPECT_EQ(fresh.height, 512u);
-    EXPECT_EQ(fresh.glTexture, 0u);
 }
 
 }  // namespace
