@@ -1,150 +1,133 @@
-// The GL window under a real X display: creation, clearing and reading back pixels,
-// the full-screen fall-back and recreation.
+// The GL window under a real X display: frames cleared to the clear colour (or the fog's),
+// and a second Create replacing the window. Every failure path of creation and teardown: each step made to
+// fail in turn shows its own box after tearing down what was made, leaves no window, context or drawable
+// behind, and the next Create works and draws.
 #include "app/gl_window.h"
 
-#include <GL/gl.h>
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
+#include "draw_test_util.h"
 #include "platform/sys_message_box.h"
 #include "platform/sys_window.h"
-#include "render/loading_screen.h"
 
 namespace {
 
-int g_boxes;
+struct Box {
+    std::string text;
+    std::string caption;
+    unsigned int flags;
+};
 
-class GlWindowTest : public ::testing::Test {
+std::vector<Box> g_seen;
+
+class GlWindowTest : public drawtest::GlTest {
 protected:
     void SetUp() override {
-        g_boxes = 0;
-        Sys_SetMessageBoxHook([](const char*, const char*, unsigned int) { g_boxes++; });
+        g_seen.clear();
+        Sys_SetMessageBoxHook([](const char* text, const char* caption, unsigned int flags) {
+            g_seen.push_back({text, caption, flags});
+        });
     }
     void TearDown() override {
-        if (g_window.window) {
-            g_window.Destroy();
-        }
+        Sys_FailWindowStep(SysStepNone);
+        g_window.Destroy();
         Sys_SetMessageBoxHook(nullptr);
+        GlTest::TearDown();
     }
-    static void ReadCentre(unsigned char* rgb) {
-        glReadBuffer(GL_BACK);
-        glPixelStorei(GL_PACK_ALIGNMENT, 1);
-        glReadPixels(g_window.width / 2, g_window.height / 2, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, rgb);
+    // Clears a frame to (r, g, b) and reads the centre back.
+    static void ExpectClearsTo(float r, float g, float b) {
+        g_window.clearColour[0] = r;
+        g_window.clearColour[1] = g;
+        g_window.clearColour[2] = b;
+        g_window.BeginFrame();
+        drawtest::Frame frame = drawtest::ReadFrame();
+        EXPECT_TRUE(drawtest::Near(frame.At(frame.width / 2, frame.height / 2),
+                                   static_cast<int>(r * 255 + 0.5f), static_cast<int>(g * 255 + 0.5f),
+                                   static_cast<int>(b * 255 + 0.5f), 1));
+    }
+    static void ExpectSize(int width, int height) {
+        int w = 0, h = 0;
+        Sys_WindowSize(g_window.window, &w, &h);
+        EXPECT_EQ(w, width);
+        EXPECT_EQ(h, height);
     }
 };
 
-TEST_F(GlWindowTest, AClearedFrameReadsBackTheClearColour) {
+TEST_F(GlWindowTest, FramesClearToTheClearColourOrTheFogColour) {
     ASSERT_EQ(g_window.Create("Vantle2\x99", 320, 240, 0), 1);
-    EXPECT_EQ(g_boxes, 0);
     EXPECT_EQ(g_activeWindow, &g_window);
-    EXPECT_STREQ(g_window.title, "Vantle2\x99");
-    ASSERT_NE(g_window.renderContext, nullptr);
-    g_window.clearColour[0] = 1.0f;
-    g_window.clearColour[1] = 0.5f;
-    g_window.clearColour[2] = 0.0f;
-    uint32_t frames = g_window.framesDrawn;
-    g_window.polyCount = 99;
-    g_window.BeginFrame();
-    EXPECT_EQ(g_window.framesDrawn, frames + 1);
-    EXPECT_EQ(g_window.polyCount, 0u);
-    unsigned char rgb[3];
-    ReadCentre(rgb);
-    EXPECT_EQ(rgb[0], 255);
-    EXPECT_NEAR(rgb[1], 128, 1);
-    EXPECT_EQ(rgb[2], 0);
-}
-
-TEST_F(GlWindowTest, FogColourReplacesTheClearColour) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    g_window.clearColour[0] = g_window.clearColour[1] = g_window.clearColour[2] = 1.0f;
+    ExpectClearsTo(1.0f, 0.5f, 0.0f);
     g_window.fogEnabled = 1;
     g_window.fogColour[0] = 0.0f;
     g_window.fogColour[1] = 0.0f;
     g_window.fogColour[2] = 1.0f;
     g_window.BeginFrame();
-    g_window.fogEnabled = 0;
-    unsigned char rgb[3];
-    ReadCentre(rgb);
-    EXPECT_EQ(rgb[0], 0);
-    EXPECT_EQ(rgb[1], 0);
-    EXPECT_EQ(rgb[2], 255);
-}
-
-TEST_F(GlWindowTest, DefaultsAfterInitGL) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D));
-    EXPECT_TRUE(glIsEnabled(GL_CULL_FACE));
-    GLint depthFunc = 0;
-    glGetIntegerv(GL_DEPTH_FUNC, &depthFunc);
-    EXPECT_EQ(depthFunc, GL_LEQUAL);
-    GLint depthBits = 0, stencilBits = 0;
-    glGetIntegerv(GL_DEPTH_BITS, &depthBits);
-    glGetIntegerv(GL_STENCIL_BITS, &stencilBits);
-    EXPECT_GE(depthBits, 16);
-    EXPECT_GE(stencilBits, 1);
-    // Mesa offers ARB multitexture.
-    EXPECT_NE(g_glActiveTextureARB, nullptr);
-    EXPECT_NE(g_glMultiTexCoord2fARB, nullptr);
-    EXPECT_NE(Sys_GetProcAddress("glActiveTextureARB"), nullptr);
-}
-
-TEST_F(GlWindowTest, RefusedFullScreenModeBecomesAWindowOfTheSameSize) {
-    // The virtual screen has only its own mode, so 1000 x 700 cannot be full-screen.
-    ASSERT_EQ(g_window.Create(nullptr, 1000, 700, 1), 1);
-    EXPECT_EQ(g_window.fullScreen, 0);
-    EXPECT_EQ(g_boxes, 0);
-    int width = 0, height = 0;
-    Sys_WindowSize(g_window.window, &width, &height);
-    EXPECT_EQ(width, 1000);
-    EXPECT_EQ(height, 700);
-}
-
-TEST_F(GlWindowTest, CreateAgainReplacesTheWindow) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
+    EXPECT_TRUE(drawtest::Near(drawtest::ReadFrame().At(160, 120), 0, 0, 255, 0));
+    // A second Create replaces the window at the new size.
     ASSERT_EQ(g_window.Create(nullptr, 400, 300, 0), 1);
-    int width = 0, height = 0;
-    Sys_WindowSize(g_window.window, &width, &height);
-    EXPECT_EQ(width, 400);
-    EXPECT_EQ(height, 300);
-    EXPECT_EQ(g_boxes, 0);
-    g_window.clearColour[0] = 0.0f;
-    g_window.clearColour[1] = 1.0f;
-    g_window.clearColour[2] = 0.0f;
-    g_window.BeginFrame();
-    unsigned char rgb[3];
-    ReadCentre(rgb);
-    EXPECT_EQ(rgb[1], 255);
+    ExpectSize(400, 300);
+    g_window.fogEnabled = 0;
+    ExpectClearsTo(0.0f, 1.0f, 0.0f);
+    EXPECT_TRUE(g_seen.empty());
 }
 
-TEST_F(GlWindowTest, PresentWithoutSceneDrawDoesNotSwap) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    static int drawn;
-    drawn = 0;
-    g_window.sceneDraw = nullptr;
-    g_window.Present();
-    g_window.sceneDraw = [] { drawn++; };
-    g_window.Present();
-    g_window.sceneDraw = nullptr;
-    EXPECT_EQ(drawn, 1);
-}
-
-TEST_F(GlWindowTest, ResizeSetsTheViewport) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    g_window.Resize(200, 0);
-    GLint viewport[4];
-    glGetIntegerv(GL_VIEWPORT, viewport);
-    EXPECT_EQ(viewport[2], 200);
-    EXPECT_EQ(viewport[3], 1);
-    EXPECT_EQ(g_window.height, 1);
-}
-
-TEST_F(GlWindowTest, LoadingScreenIsSafeWithAndWithoutAWindow) {
-    DrawLoadingScreen("gui_loading.tga", "LOADING", 0.5f);  // no window: nothing
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    DrawLoadingScreen("gui_loading.tga", "LOADING", 0.5f);
-    g_window.SwapBuffers();
-    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+TEST_F(GlWindowTest, EachFailingStepShowsItsOwnBoxAndLeavesNothing) {
+    const struct {
+        int step;
+        bool teardown;
+        const char* text;
+    } steps[] = {
+        {SysStepInitVideo, false, "halix_Renderer : Failed To Register The Window Class."},
+        {SysStepCreateWindow, false, "halix_Renderer : Window Creation Error."},
+        {SysStepDeviceContext, false, "halix_Renderer : Can't Create A GL Device Context."},
+        {SysStepChoosePixelFormat, false, "halix_Renderer : Can't Find A Suitable PixelFormat."},
+        {SysStepSetPixelFormat, false, "halix_Renderer : Can't Set The PixelFormat."},
+        {SysStepCreateContext, false, "halix_Renderer : Can't Create A GL Rendering Context."},
+        {SysStepMakeCurrent, false, "halix_Renderer : Can't Activate The GL Rendering Context."},
+        {SysStepReleaseCurrent, true, "halix_Renderer : Release Of DC And RC Failed."},
+        {SysStepDeleteContext, true, "halix_Renderer : Release Rendering Context Failed."},
+        {SysStepReleaseDeviceContext, true, "halix_Renderer : Release Device Context Failed."},
+        {SysStepDestroyWindow, true, "halix_Renderer : Could Not Release hWnd."},
+        {SysStepShutdownVideo, true, "halix_Renderer : Could Not Unregister Class."},
+        {SysStepNone, true, nullptr},  // a clean teardown shows nothing
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.text ? step.text : "none");
+        // A live window first: a failing Create must also take the old one down.
+        ASSERT_EQ(g_window.Create("Vantle2\x99", 320, 240, 0), 1);
+        g_seen.clear();
+        Sys_FailWindowStep(step.step);
+        if (step.teardown) {
+            g_window.Destroy();
+        } else {
+            EXPECT_EQ(g_window.Create(nullptr, 400, 300, 0), 0);
+            // The size asked for is kept for the next attempt, as "VID_RESTART" relies on.
+            EXPECT_EQ(g_window.width, 400);
+            EXPECT_EQ(g_window.height, 300);
+        }
+        Sys_FailWindowStep(SysStepNone);
+        if (step.text) {
+            ASSERT_EQ(g_seen.size(), 1u);
+            EXPECT_EQ(g_seen[0].text, step.text);
+            EXPECT_EQ(g_seen[0].caption, step.teardown ? "SHUTDOWN ERROR" : "ERROR");
+            EXPECT_EQ(
+                g_seen[0].flags,
+                static_cast<unsigned int>(MB_OK | (step.teardown ? MB_ICONINFORMATION : MB_ICONEXCLAMATION)));
+        } else {
+            EXPECT_TRUE(g_seen.empty());
+        }
+        EXPECT_EQ(g_window.window, nullptr);
+        EXPECT_EQ(g_window.deviceContext, nullptr);
+        EXPECT_EQ(g_window.renderContext, nullptr);
+        // A window made after the failure is whole.
+        g_seen.clear();
+        ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
+        ExpectClearsTo(0.0f, 0.0f, 1.0f);
+        EXPECT_TRUE(g_seen.empty());
+    }
 }
 
 }  // namespace

@@ -1,10 +1,14 @@
 // Lightmapped meshes in real frames: a textured grid over nine lightmap pages,
 // drawn triangle by triangle (two texture units, or two blended passes) and as
-// batched page runs, must give one picture.
+// batched page runs, must give one picture. And the pages as GL textures: one
+// linear level per page with the texels as baked, replaced by a second upload,
+// deleted by Clear, and left alone when forgotten with a lost context. (A
+// location's pages uploaded as it loads are checked through "LOCATION_LOAD".)
 #include "render/lightmap_draw.h"
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <vector>
 
 #include "draw_test_util.h"
@@ -55,7 +59,7 @@ GridMesh MakeGrid() {
     return mesh;
 }
 
-class LightmapDrawTest : public ::testing::Test {
+class LightmapDrawTest : public drawtest::GlTest {
 protected:
     GLuint base = 0;
     GLuint pages[LightmapSet::kMaxPages] = {};
@@ -86,18 +90,15 @@ protected:
         g_lightmapBatches.Clear();
         glDeleteTextures(1, &base);
         glDeleteTextures(kPages, pages);
+        GlTest::TearDown();
     }
 
     Frame Draw(int mode, int forceBlend) {
         g_lightmapDrawMode = mode;
         g_lightmapForceBlend = forceBlend;
         g_window.BeginFrame();
-        g_window.renderCamera[0] = 0.0f;
-        g_window.renderCamera[1] = 0.0f;
-        g_window.renderCamera[2] = 220.0f;
-        g_window.renderCamera[3] = 0.0f;
-        g_window.renderCamera[4] = 180.0f;  // looking down -z
-        g_window.renderCamera[5] = 0.0f;
+        const float camera[6] = {0.0f, 0.0f, 220.0f, 0.0f, 180.0f, 0.0f};  // looking down -z
+        memcpy(g_window.renderCamera, camera, sizeof(camera));
         g_window.fov = 60.0f;
         g_window.SetCamera();
         glEnable(GL_TEXTURE_2D);
@@ -107,51 +108,32 @@ protected:
         return drawtest::ReadFrame();
     }
 
-    // The window pixel of a world point in the grid's plane.
-    static void Project(float x, float y, int* px, int* py) {
+    // The pixel of the middle of grid cell (cx, cy).
+    static const unsigned char* Cell(const Frame& frame, int cx, int cy) {
         double wx, wy, wz;
-        gluProject(x, y, 0.0, g_window.modelview, g_window.projection, g_window.viewport, &wx, &wy, &wz);
-        *px = static_cast<int>(wx);
-        *py = g_window.height - 1 - static_cast<int>(wy);
+        gluProject(-100.0 + (cx + 0.5) * 12.5, -100.0 + (cy + 0.5) * 12.5, 0.0, g_window.modelview,
+                   g_window.projection, g_window.viewport, &wx, &wy, &wz);
+        return frame.At(static_cast<int>(wx), g_window.height - 1 - static_cast<int>(wy));
     }
 };
 
-TEST_F(LightmapDrawTest, BlendingGivesTheMultitexturePicture) {
+TEST_F(LightmapDrawTest, EveryPathGivesTheMultitexturePictureAndPagelessTrianglesStayEmpty) {
     ASSERT_NE(g_glActiveTextureARB, nullptr);  // Mesa has multitexture, so both paths can run
     Frame multitexture = Draw(LightmapDrawLiteral, 0);
-    Frame blended = Draw(LightmapDrawLiteral, 1);
-    EXPECT_LE(drawtest::MaxDifference(multitexture, blended), 2);
-
-    // Something was drawn, and darker than the base alone: cell (5, 5) is page 4, whose red is 120.
-    int px, py;
-    Project(-100.0f + 5.5f * 12.5f, -100.0f + 5.5f * 12.5f, &px, &py);
-    const unsigned char* pixel = multitexture.At(px, py);
-    EXPECT_GT(pixel[0], 40);
-    EXPECT_LT(pixel[0], 120);
-}
-
-TEST_F(LightmapDrawTest, BatchedRunsGiveTheLiteralPicture) {
-    Frame literal = Draw(LightmapDrawLiteral, 0);
-    Frame batched = Draw(LightmapDrawBatched, 0);
-    EXPECT_LE(drawtest::MaxDifference(literal, batched), 1);
-    Frame literalBlended = Draw(LightmapDrawLiteral, 1);
-    Frame batchedBlended = Draw(LightmapDrawBatched, 1);
-    EXPECT_LE(drawtest::MaxDifference(literalBlended, batchedBlended), 1);
-    drawtest::SaveArtefact("lightmapped_grid", batched);
-}
-
-TEST_F(LightmapDrawTest, TrianglesWithoutAPageStayEmpty) {
-    for (int mode = 0; mode < 2; mode++) {
+    drawtest::SaveArtefact("lightmapped_grid", multitexture);
+    // Drawn, and darker than the base alone: cell (5, 5) is page 4, whose red is 120.
+    EXPECT_GT(Cell(multitexture, 5, 5)[0], 40);
+    EXPECT_LT(Cell(multitexture, 5, 5)[0], 120);
+    for (int mode : {LightmapDrawLiteral, LightmapDrawBatched}) {
         for (int blend = 0; blend < 2; blend++) {
+            SCOPED_TRACE(testing::Message() << "mode " << mode << " blend " << blend);
             Frame frame = Draw(mode, blend);
-            int px, py;
+            EXPECT_LE(drawtest::MaxDifference(multitexture, frame), 2);
             // Cell 3 (x 3, y 0) has no page; cell 4 next to it has page 4.
-            Project(-100.0f + 3.5f * 12.5f, -100.0f + 0.5f * 12.5f, &px, &py);
-            const unsigned char* empty = frame.At(px, py);
-            EXPECT_EQ(empty[0] + empty[1] + empty[2], 0) << "mode " << mode << " blend " << blend;
-            Project(-100.0f + 4.5f * 12.5f, -100.0f + 0.5f * 12.5f, &px, &py);
-            const unsigned char* lit = frame.At(px, py);
-            EXPECT_GT(lit[0] + lit[1] + lit[2], 100) << "mode " << mode << " blend " << blend;
+            const unsigned char* empty = Cell(frame, 3, 0);
+            EXPECT_EQ(empty[0] + empty[1] + empty[2], 0);
+            const unsigned char* lit = Cell(frame, 4, 0);
+            EXPECT_GT(lit[0] + lit[1] + lit[2], 100);
         }
     }
 }
@@ -176,9 +158,7 @@ TEST_F(LightmapDrawTest, PixelsAreBaseTimesLightmap) {
     }
     for (int blend = 0; blend < 2; blend++) {
         Frame frame = Draw(LightmapDrawBatched, blend);
-        int px, py;
-        Project(-100.0f + 4.5f * 12.5f, -100.0f + 0.5f * 12.5f, &px, &py);
-        const unsigned char* pixel = frame.At(px, py);
+        const unsigned char* pixel = Cell(frame, 4, 0);
         EXPECT_NEAR(pixel[0], 200, 2);
         EXPECT_NEAR(pixel[1], 200 * 128 / 255, 2);
         EXPECT_NEAR(pixel[2], 64, 2);
@@ -199,15 +179,47 @@ TEST_F(LightmapDrawTest, ABatchFollowsLightmapsChangedInPlace) {
     EXPECT_LE(drawtest::MaxDifference(literal, batched), 1);
 }
 
-TEST_F(LightmapDrawTest, EveryPathCountsItsTriangles) {
-    g_window.polyCount = 0;
-    Draw(LightmapDrawLiteral, 0);
-    EXPECT_EQ(g_window.polyCount, grid.triangles);
-    Draw(LightmapDrawBatched, 1);
-    EXPECT_EQ(g_window.polyCount, grid.triangles);  // BeginFrame started the count again
-    g_window.DrawLightmappedMesh(grid.vertices.data(), grid.triangles, nullptr, pages, 0, 0, 0, 0, 0, 0, 1, 1,
-                                 1);
-    EXPECT_EQ(g_window.polyCount, grid.triangles);  // no coordinates: nothing drawn or counted
+drawtest::Bytes FillPage(unsigned char* page, int seed) {
+    for (int i = 0; i < LightmapSet::kPageBytes; i++) {
+        page[i] = static_cast<unsigned char>(i * 31 + seed * 7 + (i >> 9));
+    }
+    return drawtest::Bytes(page, page + LightmapSet::kPageBytes);
+}
+
+TEST_F(LightmapDrawTest, PagesUploadAsOneLinearLevelReplacedByTheNextUploadAndDeletedByClear) {
+    std::unique_ptr<LightmapSet> set(new LightmapSet);
+    FillPage(set->EnsurePage(0), 3);
+    drawtest::Bytes second = FillPage(set->EnsurePage(1), 4);
+    set->Upload();
+    unsigned int before[2] = {set->glTextures[0], set->glTextures[1]};
+    EXPECT_EQ(drawtest::TextureTexels(before[1], GL_RGB, 256, 256), second);
+    GLint filter = 0, level1 = -1;
+    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, &filter);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 1, GL_TEXTURE_WIDTH, &level1);
+    EXPECT_EQ(filter, GL_LINEAR);
+    EXPECT_EQ(level1, 0);  // no mipmaps
+
+    // One page fewer and new texels: the old textures go, the new one holds the new texels.
+    free(set->pages[1]);
+    set->pages[1] = nullptr;
+    set->pageCount = 1;
+    drawtest::Bytes first = FillPage(set->pages[0], 5);
+    set->Upload();
+    EXPECT_EQ(set->glTextures[1], 0u);
+    EXPECT_LE((glIsTexture(before[0]) == GL_TRUE) + (glIsTexture(before[1]) == GL_TRUE), 1);
+    EXPECT_EQ(drawtest::TextureTexels(set->glTextures[0], GL_RGB, 256, 256), first);
+    unsigned int name = set->glTextures[0];
+    set->Clear();
+    EXPECT_EQ(glIsTexture(name), GL_FALSE);
+
+    // Names forgotten with a lost context are not deleted: the texture stays.
+    FillPage(set->EnsurePage(0), 6);
+    set->Upload();
+    name = set->glTextures[0];
+    set->ForgetTextures();
+    set->Clear();
+    EXPECT_EQ(glIsTexture(name), GL_TRUE);
+    glDeleteTextures(1, &name);
 }
 
 }  // namespace
