@@ -12,8 +12,8 @@
 #include <filesystem>
 #include <functional>
 #include <initializer_list>
-#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/console.h"
@@ -70,19 +70,22 @@ inline int MaxDifference(const Frame& a, const Frame& b) {
     return worst;
 }
 
-// A TGA file of w x h pixels (bits 24 or 32) from colour(x, y, out), y = 0 the first stored row.
-inline Bytes Tga(int w, int h, int bits, const std::function<void(int, int, unsigned char*)>& colour) {
-    int channels = bits / 8;
+// w x h pixels (channels 3 or 4) from colour(x, y, out), y = 0 the first row: what a TGA file
+// made of them stores first row first, and what GL gives back of the texture made from it.
+inline Bytes Pixels(int w, int h, int channels, const std::function<void(int, int, unsigned char*)>& colour) {
     Bytes pixels(w * h * channels);
-    for (int y = 0; y < h; y++) {
-        for (int x = 0; x < w; x++) {
-            unsigned char texel[4] = {0, 0, 0, 255};
-            colour(x, y, texel);
-            memcpy(&pixels[(y * w + x) * channels], texel, channels);
-        }
+    for (int i = 0; i < w * h; i++) {
+        unsigned char texel[4] = {0, 0, 0, 255};
+        colour(i % w, i / w, texel);
+        memcpy(&pixels[i * channels], texel, channels);
     }
+    return pixels;
+}
+
+// A TGA file of w x h pixels (bits 24 or 32) from colour, as Pixels.
+inline Bytes Tga(int w, int h, int bits, const std::function<void(int, int, unsigned char*)>& colour) {
     unsigned int length = 0;
-    unsigned char* file = TgaEncode(pixels.data(), w, h, bits, 0, &length);
+    unsigned char* file = TgaEncode(Pixels(w, h, bits / 8, colour).data(), w, h, bits, 0, &length);
     Bytes bytes(file, file + (file ? length : 0));
     free(file);
     return bytes;
@@ -102,31 +105,9 @@ inline bool LoadTexture(const char* name, const Bytes& file) {
 // A size x size texture of one RGBA colour under name.
 inline bool SolidTexture(const char* name, unsigned char r, unsigned char g, unsigned char b,
                          unsigned char a = 255, int size = 8) {
-    return LoadTexture(name, Tga(size, size, 32, [&](int, int, unsigned char* out) {
-                           out[0] = r;
-                           out[1] = g;
-                           out[2] = b;
-                           out[3] = a;
-                       }));
-}
-
-// A GL texture of size x size RGB texels from colour(x, y) (y = 0 the first row), nearest filtering.
-inline GLuint MakeTexture(int size, const std::function<void(int, int, unsigned char*)>& colour) {
-    Bytes texels(size * size * 3);
-    for (int y = 0; y < size; y++) {
-        for (int x = 0; x < size; x++) {
-            colour(x, y, &texels[(y * size + x) * 3]);
-        }
-    }
-    GLuint texture = 0;
-    glGenTextures(1, &texture);
-    glBindTexture(GL_TEXTURE_2D, texture);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB, size, size, 0, GL_RGB, GL_UNSIGNED_BYTE, texels.data());
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    return texture;
+    const unsigned char rgba[4] = {r, g, b, a};
+    return LoadTexture(name,
+                       Tga(size, size, 32, [&](int, int, unsigned char* out) { memcpy(out, rgba, 4); }));
 }
 
 // Level 0 of a GL texture (w x h, RGB or RGBA); empty when it is no texture of that width.
@@ -192,55 +173,36 @@ inline void ResetEngineTexts(bool fill) {
 }
 
 // The window settings, hooks, data directory, console and fixed texts the GL tests change, as
-// they were found; Restore puts them back. Every fixture holds one, so a test leaves what it found
-// whatever ran before it.
-struct SavedState {
-    int width = g_window.width, height = g_window.height, fullScreen = g_window.fullScreen;
-    float fov = g_window.fov, lightFactor = g_window.lightFactor;
-    float clear[3] = {g_window.clearColour[0], g_window.clearColour[1], g_window.clearColour[2]};
-    float camera[6];
-    uint8_t frustumFlag = g_window.frustumFlag, fogEnabled = g_window.fogEnabled;
-    uint8_t showNormals = g_window.showNormals, joystickFound = g_window.joystickFound;
-    int32_t videoQuality = g_window.videoQuality;
-    float flashIntensity = g_window.flashIntensity;
-    float flash[3] = {g_window.flashColour[0], g_window.flashColour[1], g_window.flashColour[2]};
-    EngineHooks hooks = g_hooks;
-    void (*sceneDraw)() = g_window.sceneDraw;
-    char dataDirectory[sizeof(g_resources.dataDirectory)];
-    ResourceManager* textureResources = g_textures.resources;
-    std::unique_ptr<Console> console{new Console(g_console)};
-
-    bool textsFilled = g_loadingText.count > 0;
-
+// they were found; Restore puts them back (and forgets the textures loaded since). Every fixture
+// holds one, so a test leaves what it found whatever ran before it.
+class SavedState {
+public:
     SavedState() {
-        memcpy(camera, g_window.renderCamera, sizeof(camera));
-        memcpy(dataDirectory, g_resources.dataDirectory, sizeof(dataDirectory));
+        Keep(g_window.width, g_window.height, g_window.fullScreen, g_window.fov, g_window.lightFactor,
+             g_window.clearColour, g_window.renderCamera, g_window.frustumFlag, g_window.fogEnabled,
+             g_window.showNormals, g_window.joystickFound, g_window.videoQuality, g_window.flashIntensity,
+             g_window.flashColour, g_window.fogColour, g_window.fogStart, g_window.fogEnd, g_window.sceneDraw,
+             g_hooks, g_resources.dataDirectory, g_textures.resources, g_console);
     }
     void Restore() const {
         if (g_window.renderContext) {
             g_textures.Purge();
         }
-        g_textures.resources = textureResources;
-        g_window.width = width;
-        g_window.height = height;
-        g_window.fullScreen = fullScreen;
-        g_window.fov = fov;
-        g_window.lightFactor = lightFactor;
-        memcpy(g_window.clearColour, clear, sizeof(clear));
-        memcpy(g_window.renderCamera, camera, sizeof(camera));
-        g_window.frustumFlag = frustumFlag;
-        g_window.fogEnabled = fogEnabled;
-        g_window.showNormals = showNormals;
-        g_window.joystickFound = joystickFound;
-        g_window.videoQuality = videoQuality;
-        g_window.flashIntensity = flashIntensity;
-        memcpy(g_window.flashColour, flash, sizeof(flash));
-        g_hooks = hooks;
-        g_window.sceneDraw = sceneDraw;
-        memcpy(g_resources.dataDirectory, dataDirectory, sizeof(dataDirectory));
-        g_console = *console;
+        for (const auto& field : kept) {
+            memcpy(field.first, field.second.data(), field.second.size());
+        }
         ResetEngineTexts(textsFilled);
     }
+
+private:
+    template <class... T>
+    void Keep(T&... fields) {
+        (kept.emplace_back(&fields, Bytes(reinterpret_cast<unsigned char*>(&fields),
+                                          reinterpret_cast<unsigned char*>(&fields) + sizeof(fields))),
+         ...);
+    }
+    std::vector<std::pair<void*, Bytes>> kept;
+    bool textsFilled = g_loadingText.count > 0;
 };
 
 // A test that puts back what it changed (see SavedState) and starts from an empty log.

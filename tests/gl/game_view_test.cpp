@@ -32,11 +32,6 @@ protected:
         ASSERT_TRUE(drawtest::SolidTexture("gui\\air.tga", 0, 0, 0, 0));  // see-through
         ASSERT_TRUE(drawtest::SolidTexture("white.tga", 255, 255, 255));
     }
-    static Frame DrawFrame() {
-        g_window.BeginFrame();
-        DrawGameView();
-        return drawtest::ReadFrame();
-    }
     // The main loop's capture pass: the game view into the screen texture's viewport, copied
     // into it unless asked not to; the frame drawn there.
     static Frame Capture(bool copy = true) {
@@ -310,8 +305,7 @@ TEST_F(ParticleDrawTest, AStripShowsTheCellOfTheCurrentFrame) {
         s.frame = f + 0.7f;  // the whole part chooses the cell
         SpawnParticle(s);
         UpdateParticles();
-        Frame frame = DrawParticleFrame();
-        EXPECT_TRUE(Near(frame.At(400, 300), cells[f][0], cells[f][1], cells[f][2], 12));
+        EXPECT_TRUE(Near(DrawParticleFrame().At(400, 300), cells[f][0], cells[f][1], cells[f][2], 12));
     }
 }
 
@@ -322,9 +316,8 @@ TEST_F(ParticleDrawTest, QuadsFaceTheCameraAndGrowWithLife) {
     s.life = 0.5f;
     SpawnParticle(s);
     UpdateParticles();  // life 0.51 in the list: about 71 units wide
-    Frame straight = DrawParticleFrame();
     // fov 30 at 300 units: 600 pixels cover 2 x 300 x tan 15 = 160.8 units.
-    int run = WhiteRun(straight);
+    int run = WhiteRun(DrawParticleFrame());
     EXPECT_NEAR(run, 71.0 * 600 / 160.8, 6);
     // Seen from the side, the quad turns with the camera and keeps its width.
     g_camera.position = Vec3{300.0f, 0.0f, 0.0f};
@@ -342,9 +335,8 @@ TEST_F(ParticleDrawTest, BehaviourOneAddsItsLight) {
         SpawnParticle(s);
         SpawnParticle(s);  // two on one spot
         UpdateParticles();
-        Frame frame = DrawParticleFrame();
-        int level = frame.At(400, 300 - 187)[0];  // 50 units up: 50 x 600 / 160.8 pixels
-        EXPECT_NEAR(level, behaviour ? 200 : 100, 6);
+        // 50 units up: 50 x 600 / 160.8 pixels.
+        EXPECT_NEAR(DrawParticleFrame().At(400, 300 - 187)[0], behaviour ? 200 : 100, 6);
     }
 }
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "draw_test_util.h"
@@ -43,16 +44,13 @@ GridMesh MakeGrid() {
         for (int cx = 0; cx < kCells; cx++) {
             int cell = cy * kCells + cx;
             unsigned int page = cell % 7 == 3 ? 130u : static_cast<unsigned int>(cell % kPages);
-            float x0 = -100.0f + cx * step, y0 = -100.0f + cy * step;
-            float x1 = x0 + step, y1 = y0 + step;
-            float u0 = cx / 4.0f, v0 = cy / 4.0f, u1 = u0 + 0.25f, v1 = v0 + 0.25f;
-            float l0 = 0.1f + 0.05f * (cx % 4), l1 = l0 + 0.4f;
-            mesh.AddVertex(x0, y0, u0, v0, page, l0, l0);
-            mesh.AddVertex(x1, y0, u1, v0, page, l1, l0);
-            mesh.AddVertex(x1, y1, u1, v1, page, l1, l1);
-            mesh.AddVertex(x0, y0, u0, v0, page, l0, l0);
-            mesh.AddVertex(x1, y1, u1, v1, page, l1, l1);
-            mesh.AddVertex(x0, y1, u0, v1, page, l0, l1);
+            float l0 = 0.1f + 0.05f * (cx % 4);
+            // The cell's corners as two triangles, (0, 0) (1, 0) (1, 1) and (0, 0) (1, 1) (0, 1).
+            for (int corner : {0, 1, 3, 0, 3, 2}) {
+                int dx = corner & 1, dy = corner >> 1;
+                mesh.AddVertex(-100.0f + (cx + dx) * step, -100.0f + (cy + dy) * step, (cx + dx) / 4.0f,
+                               (cy + dy) / 4.0f, page, l0 + 0.4f * dx, l0 + 0.4f * dy);
+            }
             mesh.triangles += 2;
         }
     }
@@ -66,17 +64,23 @@ protected:
     GridMesh grid = MakeGrid();
 
     static void TearDownTestSuite() { drawtest::CloseWindow(); }
+    // A 16 x 16 RGB texture of colour(x, y) through the texture manager; its GL name.
+    static GLuint Upload(const char* name, const std::function<void(int, int, unsigned char*)>& colour) {
+        EXPECT_TRUE(drawtest::LoadTexture(name, drawtest::Tga(16, 16, 24, colour)));
+        return g_textures.glTextures[g_textures.FindSlot(name)];
+    }
 
     void SetUp() override {
         ASSERT_TRUE(drawtest::OpenWindow(320, 240));
         g_window.clearColour[0] = g_window.clearColour[1] = g_window.clearColour[2] = 0.0f;
-        base = drawtest::MakeTexture(16, [](int x, int y, unsigned char* rgb) {
+        base = Upload("base.tga", [](int x, int y, unsigned char* rgb) {
             rgb[0] = static_cast<unsigned char>(128 + 8 * x);
             rgb[1] = static_cast<unsigned char>(255 - 8 * y);
             rgb[2] = 200;
         });
         for (int p = 0; p < kPages; p++) {
-            pages[p] = drawtest::MakeTexture(16, [p](int x, int y, unsigned char* rgb) {
+            std::string name = "page" + std::to_string(p) + ".tga";
+            pages[p] = Upload(name.c_str(), [p](int x, int y, unsigned char* rgb) {
                 rgb[0] = static_cast<unsigned char>(40 + 20 * p);
                 rgb[1] = static_cast<unsigned char>(60 + 10 * x);
                 rgb[2] = static_cast<unsigned char>(60 + 10 * y);
@@ -88,8 +92,6 @@ protected:
         g_lightmapDrawMode = LightmapDrawBatched;
         g_lightmapForceBlend = 0;
         g_lightmapBatches.Clear();
-        glDeleteTextures(1, &base);
-        glDeleteTextures(kPages, pages);
         GlTest::TearDown();
     }
 
@@ -141,18 +143,16 @@ TEST_F(LightmapDrawTest, EveryPathGivesTheMultitexturePictureAndPagelessTriangle
 TEST_F(LightmapDrawTest, PixelsAreBaseTimesLightmap) {
     // Replace every page by one flat colour and the base by another: every lit cell reads back
     // as their product.
-    GLuint flat = drawtest::MakeTexture(16, [](int, int, unsigned char* rgb) {
+    GLuint flat = Upload("flat.tga", [](int, int, unsigned char* rgb) {
         rgb[0] = 255;
         rgb[1] = 128;
         rgb[2] = 64;
     });
-    glDeleteTextures(1, &base);
-    base = drawtest::MakeTexture(16, [](int, int, unsigned char* rgb) {
+    base = Upload("white.tga", [](int, int, unsigned char* rgb) {
         rgb[0] = 200;
         rgb[1] = 200;
         rgb[2] = 255;
     });
-    glDeleteTextures(kPages, pages);
     for (int p = 0; p < kPages; p++) {
         pages[p] = flat;
     }

@@ -12,6 +12,7 @@
 #include "game/game_object.h"
 #include "game/game_state.h"
 #include "game/particles.h"
+#include "render/game_view.h"
 #include "resources/location.h"
 #include "resources/model_shapes.h"
 
@@ -74,6 +75,12 @@ protected:
     void TearDown() override {
         ResetGameState();
         GlTest::TearDown();
+    }
+    // One game-view frame as the game draws it.
+    static drawtest::Frame DrawFrame() {
+        g_window.BeginFrame();
+        DrawGameView();
+        return drawtest::ReadFrame();
     }
 };
 
