@@ -51,23 +51,17 @@ TEST_F(OverlayDrawTest, TheLoadingBarCoversSixtyFourUnitsTimesTheFraction) {
     drawtest::ResetEngineTexts(true);
     // One layer of 0.25 red over black, and two.
     const int faint = 64, full = 112;
-    for (float fraction : {0.0f, 0.25f, 0.5f, 1.0f, 1.25f}) {
+    for (float fraction : {0.0f, 0.25f, 0.5f, 1.0f}) {
         SCOPED_TRACE(fraction);
         Clear(0.5f);
         DrawLoadingScreen("gui_loading.tga", "LOADING", fraction);
         Frame frame = drawtest::ReadFrame();
-        int covered = std::min(64, static_cast<int>(64 * fraction));
+        int covered = static_cast<int>(64 * fraction);
         EXPECT_EQ(CountRow(frame, 35, 700, 800, full, 0, 0), covered);
-        EXPECT_EQ(CountRow(frame, 35, 700, 782, faint, 0, 0), 64 - covered);
+        EXPECT_EQ(CountRow(frame, 35, 700, 800, faint, 0, 0), 64 - covered);
         // The bar is 8 units high, centred on y 35.
         EXPECT_EQ(CountRow(frame, 30, 700, 800, faint, 0, 0) + CountRow(frame, 30, 700, 800, full, 0, 0), 0);
-        EXPECT_EQ(CountRow(frame, 32, 700, 782, faint, 0, 0) + CountRow(frame, 32, 700, 782, full, 0, 0), 64);
-        if (fraction > 1.0f) {
-            // Past the end the bar runs over the black box and out of it onto the frame.
-            EXPECT_EQ(CountRow(frame, 35, 782, 788, faint, 0, 0), 6);
-            EXPECT_GT(frame.At(792, 35)[0], frame.At(792, 35)[1] + 40);
-            EXPECT_TRUE(drawtest::Near(frame.At(799, 35), 128, 128, 128, 3));
-        }
+        EXPECT_EQ(CountRow(frame, 32, 700, 800, faint, 0, 0) + CountRow(frame, 32, 700, 800, full, 0, 0), 64);
     }
 }
 

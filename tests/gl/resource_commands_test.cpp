@@ -26,11 +26,15 @@ using drawtest::Frame;
 
 namespace {
 
-// Texels that tell files and pages apart by seed.
-void Seeded(int seed, int x, int y, unsigned char* p) {
+// Texels that tell the level's two files apart, and every texel of each from the others.
+void Wood(int x, int y, unsigned char* p) {
     for (int k = 0; k < 4; k++) {
-        p[k] = static_cast<unsigned char>((y * 16 + x) * 11 + k * 3 + seed * 29);
+        p[k] = static_cast<unsigned char>((y * 16 + x) * 11 + k * 3);
     }
+}
+void Glass(int x, int y, unsigned char* p) {
+    Wood(x, y, p);
+    p[0] ^= 0x55;
 }
 
 void FillPage(LightmapSet& set, int page, unsigned int seed) {
@@ -71,12 +75,11 @@ protected:
             rgba[2] = 0;
         });
         ASSERT_TRUE(test::WriteFile(data + "/gui_font.tga", font.data(), font.size()));
-        Bytes wood = drawtest::Tga(16, 16, 24, [](int x, int y, unsigned char* p) { Seeded(1, x, y, p); });
-        Bytes glass = drawtest::Tga(8, 8, 32, [](int x, int y, unsigned char* p) { Seeded(2, x, y, p); });
+        Bytes wood = drawtest::Tga(16, 16, 24, Wood);
+        Bytes glass = drawtest::Tga(8, 8, 32, Glass);
         ASSERT_TRUE(test::WriteFile(data + "/textures/wood.tga", wood.data(), wood.size()));
         ASSERT_TRUE(test::WriteFile(data + "/textures/glass.tga", glass.data(), glass.size()));
         drawtest::ResetEngineTexts(true);  // the loading caption, as start-up fills it
-        g_window.fullScreen = 0;
         ASSERT_EQ(g_window.Create("Vantle2\x99", 800, 600, 0), 1);
 
         // Four pieces: the last frame before the fourth piece's texture shows the bar 3/4 full.
@@ -108,11 +111,11 @@ protected:
         int slot = g_textures.FindSlot("textures\\wood.tga");
         ASSERT_GE(slot, 0);
         EXPECT_EQ(drawtest::TextureTexels(g_textures.glTextures[slot], GL_RGB, 16, 16),
-                  drawtest::Pixels(16, 16, 3, [](int x, int y, unsigned char* p) { Seeded(1, x, y, p); }));
+                  drawtest::Pixels(16, 16, 3, Wood));
         slot = g_textures.FindSlot("textures\\glass.tga");
         ASSERT_GE(slot, 0);
         EXPECT_EQ(drawtest::TextureTexels(g_textures.glTextures[slot], GL_RGBA, 8, 8),
-                  drawtest::Pixels(8, 8, 4, [](int x, int y, unsigned char* p) { Seeded(2, x, y, p); }));
+                  drawtest::Pixels(8, 8, 4, Glass));
         slot = g_textures.FindSlot("textures\\absent.tga");
         ASSERT_GE(slot, 0);
         EXPECT_EQ(g_textures.glTextures[slot], 0u);
@@ -139,6 +142,7 @@ TEST_F(ResourceCommandsTest, LocationLoadCachesEveryTextureBehindTheLoadingBox) 
     ExecuteCommand("location_load levels\\test.vlc");
     ASSERT_EQ(g_location.pieceCount, 4);
     EXPECT_STREQ(g_location.name, "Test level");
+    drawtest::SaveArtefact("loading_screen", drawtest::ReadFrame());
     ExpectBoxWithBarThreeQuarters(true);
     EXPECT_TRUE(CaptionIs("LOADING"));
     EXPECT_EQ(drawtest::ConsoleLines("Texture set cached ("), 1);
@@ -161,7 +165,7 @@ TEST_F(ResourceCommandsTest, VidPurgeForgetsEveryTexture) {
 
 TEST_F(ResourceCommandsTest, VidRestartBringsBackTexturesScreenTextureAndLightmapPages) {
     ExecuteCommand("LOCATION_LOAD levels\\test.vlc");
-    Bytes other = drawtest::Tga(4, 4, 24, [](int x, int y, unsigned char* p) { Seeded(3, x, y, p); });
+    Bytes other = drawtest::Tga(4, 4, 24, Wood);
     ASSERT_TRUE(test::WriteFile(data + "/textures/other.tga", other.data(), other.size()));
     ASSERT_EQ(g_textures.Bind("textures\\other.tga"), 1);
     FillPage(g_menuLocation.lightmaps, 0, 9);

@@ -98,7 +98,9 @@ TEST_F(SceneViewTest, TheFrustumKeepsWhatTheCameraSeesUnlessFrozen) {
     EXPECT_FALSE(g_window.SphereInFrustum(0, 0, -100, 1));
 }
 
-TEST_F(SceneViewTest, FogPullsTheFarPlaneIn) {
+// Fog pulls the camera's far plane in; the eye-space perspective of the title's 3D parts stays
+// 60 degrees at 4:3 whatever the camera's fov.
+TEST_F(SceneViewTest, FogPullsTheFarPlaneInAndTheEyeSpacePerspectiveIsFixed) {
     g_window.fogEnabled = 1;
     g_window.fogStart = 50.0f;
     g_window.fogEnd = 400.0f;
@@ -110,6 +112,12 @@ TEST_F(SceneViewTest, FogPullsTheFarPlaneIn) {
     Look(0, 0, 0, 0, 180);
     EXPECT_FALSE(glIsEnabled(GL_FOG));
     EXPECT_TRUE(g_window.SphereInFrustum(0, 0, -460, 1));
+    g_window.fov = 20.0f;
+    g_window.SetPerspective();
+    double projection[16];
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    EXPECT_NEAR(projection[5], 1.0 / tan(M_PI / 6), 1e-4);
+    EXPECT_NEAR(projection[0], projection[5] * 0.75, 1e-4);
 }
 
 TEST_F(SceneViewTest, TheRigsSwitchOnTheirLights) {
