@@ -86,7 +86,9 @@ int TextureManager::LoadSlot(const char* name, const unsigned char* bytes, unsig
 }
 
 int TextureManager::Bind(const char* name) {
-    if (!resources || !name) {
+    // An empty name (a piece textured ".\") draws untextured like a null one; looked up, it
+    // would find no file and take no slot, leaving the last piece's texture on.
+    if (!resources || !name || !name[0]) {
         glDisable(GL_TEXTURE_2D);
         return 1;
     }

@@ -26,7 +26,7 @@ public:
     TextureManager();
     ~TextureManager();
 
-    // Binds the named texture, loading it on first use; a null name switches 2D texturing off.
+    // Binds the named texture, loading it on first use; a null or empty name switches 2D texturing off.
     // 1 when the name is bound or known missing, 0 when it could not be loaded or the table is full.
     int Bind(const char* name);
     // Deletes every GL texture and forgets every name, missing ones included.

@@ -1,14 +1,14 @@
 // The developer overlays inside a real game-view frame: the debug panel's
 // lines where start-up placed them, the network figures beside them except
-// in the lighting view, nothing while not debugging, and the open menu's red
-// band and the shown dialog drawn through the hooks the developer surface
+// in the lighting view, nothing while not debugging, the open menu's red
+// band under the hovered item, and the dialog's widgets showing their parts
+// of the controls image, drawn through the hooks the developer surface
 // installs.
 #include "render/developer_overlays.h"
 
 #include <gtest/gtest.h>
 
 #include "app/developer_hooks.h"
-#include "app/scene_hooks.h"
 #include "render/game_view.h"
 #include "scene_test_util.h"
 #include "ui/debug_menu.h"
@@ -18,37 +18,22 @@
 #include "ui/text_batch.h"
 
 using drawtest::Frame;
-using scenetest::Near;
+using drawtest::Near;
 
 namespace {
 
-// Solid white glyphs, the space see-through: text shows as blocks where its letters stand.
-bool LoadBlockFont() {
-    int space = TextBatch::GlyphIndex(' ');
-    return drawtest::LoadTestFont([space](int glyph, int, int, unsigned char* rgba) {
-        rgba[0] = rgba[1] = rgba[2] = 255;
-        rgba[3] = glyph == space ? 0 : 255;
-    });
-}
-
-class DeveloperOverlaysTest : public ::testing::Test {
+class DeveloperOverlaysTest : public scenetest::SceneTest {
 protected:
-    static void TearDownTestSuite() {
-        scenetest::ResetGameState();
-        drawtest::CloseWindow();
-    }
     void SetUp() override {
-        ASSERT_TRUE(drawtest::OpenWindow(800, 600));
-        g_window.Resize(800, 600);
-        ASSERT_TRUE(LoadBlockFont());
-        scenetest::ResetGameState();
-        saved = g_developerDraws;
+        SceneTest::SetUp();
+        // Solid white glyphs, the space see-through: text shows as blocks where its letters stand.
+        int space = TextBatch::GlyphIndex(' ');
+        ASSERT_TRUE(drawtest::LoadTestFont([space](int glyph, int, int, unsigned char* rgba) {
+            rgba[0] = rgba[1] = rgba[2] = 255;
+            rgba[3] = glyph == space ? 0 : 255;
+        }));
         InstallDeveloperHooks();
-        g_debugValues.Reset();
-        g_netDebugText.Reset();
-        g_debugTitles.Reset();
-        g_loadingText.Reset();
-        FillEngineTextBatches();
+        drawtest::ResetEngineTexts(true);
         g_debugMenu.Reset();
         g_gui.Clear();
     }
@@ -56,15 +41,9 @@ protected:
         g_developerDraws = saved;
         g_debugMenu.Reset();
         g_gui.Clear();
-        scenetest::ResetGameState();
-        drawtest::PurgeTextures();
+        SceneTest::TearDown();
     }
-    static Frame DrawFrame() {
-        g_window.BeginFrame();
-        DrawGameView();
-        return drawtest::ReadFrame();
-    }
-    DeveloperDraws saved;
+    DeveloperDraws saved = g_developerDraws;
 };
 
 TEST_F(DeveloperOverlaysTest, ThePanelAndTheNetworkFiguresStandWhereStartUpPutThem) {
@@ -86,7 +65,6 @@ TEST_F(DeveloperOverlaysTest, ThePanelAndTheNetworkFiguresStandWhereStartUpPutTh
     RefreshDebugPanel();
     frame = DrawFrame();
     EXPECT_TRUE(Near(frame.At(684, 36), 0, 0, 0));
-    EXPECT_TRUE(Near(frame.At(17, 38), 216, 216, 216, 8));  // "Lights: 0"
 
     g_debug = 0;
     frame = DrawFrame();
@@ -94,7 +72,7 @@ TEST_F(DeveloperOverlaysTest, ThePanelAndTheNetworkFiguresStandWhereStartUpPutTh
     EXPECT_TRUE(Near(frame.At(14, 16), 0, 0, 0));
 }
 
-TEST_F(DeveloperOverlaysTest, TheOpenMenuAndTheShownDialogAreDrawnOnTop) {
+TEST_F(DeveloperOverlaysTest, TheOpenMenuBandsTheHoveredItemRed) {
     g_debugMenu.SetTitle("Vantle 2");
     g_debugMenu.width = 160;
     for (int i = 0; i < 6; i++) {
@@ -109,24 +87,55 @@ TEST_F(DeveloperOverlaysTest, TheOpenMenuAndTheShownDialogAreDrawnOnTop) {
     Frame open = DrawFrame();
     drawtest::SaveArtefact("developer_overlays_menu", open);
     EXPECT_TRUE(Near(closed.At(380, 231), 0, 0, 0));
-    // The third item's band, above and below its text, red at half strength.
-    EXPECT_TRUE(Near(open.At(380, 231), 127, 0, 0)) << int(open.At(380, 231)[0]);
-    EXPECT_TRUE(Near(open.At(380, 243), 127, 0, 0));
+    // The third item's band, above and below its text, red at half strength, to the box's edges.
+    for (int x : {301, 380, 457}) {
+        EXPECT_TRUE(Near(open.At(x, 231), 127, 0, 0)) << x;
+        EXPECT_TRUE(Near(open.At(x, 243), 127, 0, 0)) << x;
+    }
     EXPECT_TRUE(Near(open.At(380, 228), 0, 0, 0));
-    // Item text in the menu's grey.
+    EXPECT_TRUE(Near(open.At(461, 237), 0, 0, 0));  // right of the box
+    // Item text in the menu's grey; the title bar above the box grey 0.4 at half strength.
     EXPECT_TRUE(Near(open.At(304, 207), 178, 178, 178, 8));
+    EXPECT_TRUE(Near(open.At(440, 190), 51, 51, 51));
+}
 
-    g_debugMenu.open = 0;
-    g_gui.x = 100;
-    g_gui.y = 300;
+TEST_F(DeveloperOverlaysTest, TheShownDialogDrawsItsWidgetsFromTheControlsImage) {
+    // Widget pictures in flat colours where the dialog's texture coordinates expect them: the
+    // field bar blue, the button bar green, the check box red and its mark yellow; grey elsewhere.
+    ASSERT_TRUE(drawtest::LoadTexture(
+        "gui_controls.tga", drawtest::Tga(256, 256, 32, [](int x, int y, unsigned char* p) {
+            float u = (x + 0.5f) / 256, v = (y + 0.5f) / 256;
+            const unsigned char grey[3] = {60, 60, 60}, blue[3] = {0, 0, 255}, green[3] = {0, 255, 0};
+            const unsigned char red[3] = {255, 0, 0}, yellow[3] = {255, 255, 0};
+            const unsigned char* colour = grey;
+            if (v > 0.7421875f && v < 0.8828125f && u > 0.03125f && u < 0.96875f) {
+                colour = blue;
+            } else if (v > 0.421875f && v < 0.5625f && u > 0.03125f && u < 0.96875f) {
+                colour = green;
+            } else if (v > 0.2890625f && v < 0.4140625f) {
+                colour = u > 0.5f ? yellow : u > 0.03125f && u < 0.46875f ? red : grey;
+            }
+            memcpy(p, colour, 3);
+        })));
+    g_gui.x = 200;
+    g_gui.y = 200;
     g_gui.SetTitle("Tool");
+    g_gui.AddTextItem(GuiTextField, "", 10, 10, 120, 18);
+    g_gui.AddTextItem(GuiButton, "", 10, 40, 60, 18);
+    g_gui.SetCaption(g_gui.AddIntItem(GuiCheckBox, 1, 150, 40, 60, 18), "");
     g_gui.Build();
-    Frame hidden = DrawFrame();
+    DrawFrame();  // a texture name's first miss leaves the last binding on
     g_gui.visible = 1;
-    Frame shown = DrawFrame();
-    EXPECT_TRUE(Near(hidden.At(104, 290), 0, 0, 0));
-    // The title "Tool" on the title bar, in the window's grey.
-    EXPECT_TRUE(Near(shown.At(104, 290), 178, 178, 178, 8));
+    Frame frame = DrawFrame();
+    drawtest::SaveArtefact("gui_window_widgets", frame);
+    EXPECT_TRUE(Near(frame.At(270, 219), 0, 0, 255)) << "text field";
+    EXPECT_TRUE(Near(frame.At(211, 219), 0, 0, 255)) << "field's left cap";
+    EXPECT_TRUE(Near(frame.At(240, 249), 0, 255, 0)) << "button";
+    EXPECT_TRUE(Near(frame.At(351, 242), 255, 0, 0)) << "check box outside the mark";
+    EXPECT_TRUE(Near(frame.At(358, 249), 255, 255, 0)) << "check mark";
+    // The title "Tool" on the title bar, in the window's grey; the body black at 0.6 over black.
+    EXPECT_TRUE(Near(frame.At(204, 190), 178, 178, 178, 8));
+    EXPECT_TRUE(Near(frame.At(400, 280), 0, 0, 0));
 }
 
 }  // namespace

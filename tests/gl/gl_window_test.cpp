@@ -1,150 +1,102 @@
-// The GL window under a real X display: creation, clearing and reading back pixels,
-// the full-screen fall-back and recreation.
+// The GL window under a real X display, every failure path of creation and teardown: each
+// step made to fail in turn shows its own box (creation "ERROR" with an exclamation, teardown
+// "SHUTDOWN ERROR" with information) after tearing down what was made, leaves no window,
+// context or drawable behind, and the next Create works and draws, in the clear colour or,
+// while fog is on, the fog's.
 #include "app/gl_window.h"
 
-#include <GL/gl.h>
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
+#include <vector>
 
+#include "draw_test_util.h"
 #include "platform/sys_message_box.h"
 #include "platform/sys_window.h"
-#include "render/loading_screen.h"
 
 namespace {
 
-int g_boxes;
+struct Box {
+    std::string text;
+    std::string caption;
+    unsigned int flags;
+};
 
-class GlWindowTest : public ::testing::Test {
+std::vector<Box> g_seen;
+
+class GlWindowTest : public drawtest::GlTest {
 protected:
     void SetUp() override {
-        g_boxes = 0;
-        Sys_SetMessageBoxHook([](const char*, const char*, unsigned int) { g_boxes++; });
+        g_seen.clear();
+        Sys_SetMessageBoxHook([](const char* text, const char* caption, unsigned int flags) {
+            g_seen.push_back({text, caption, flags});
+        });
     }
     void TearDown() override {
-        if (g_window.window) {
-            g_window.Destroy();
-        }
+        Sys_FailWindowStep(SysStepNone);
+        g_window.Destroy();
         Sys_SetMessageBoxHook(nullptr);
-    }
-    static void ReadCentre(unsigned char* rgb) {
-        glReadBuffer(GL_BACK);
-        glPixelStorei(GL_PACK_ALIGNMENT, 1);
-        glReadPixels(g_window.width / 2, g_window.height / 2, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, rgb);
+        GlTest::TearDown();
     }
 };
 
-TEST_F(GlWindowTest, AClearedFrameReadsBackTheClearColour) {
-    ASSERT_EQ(g_window.Create("Vantle2\x99", 320, 240, 0), 1);
-    EXPECT_EQ(g_boxes, 0);
-    EXPECT_EQ(g_activeWindow, &g_window);
-    EXPECT_STREQ(g_window.title, "Vantle2\x99");
-    ASSERT_NE(g_window.renderContext, nullptr);
-    g_window.clearColour[0] = 1.0f;
-    g_window.clearColour[1] = 0.5f;
-    g_window.clearColour[2] = 0.0f;
-    uint32_t frames = g_window.framesDrawn;
-    g_window.polyCount = 99;
-    g_window.BeginFrame();
-    EXPECT_EQ(g_window.framesDrawn, frames + 1);
-    EXPECT_EQ(g_window.polyCount, 0u);
-    unsigned char rgb[3];
-    ReadCentre(rgb);
-    EXPECT_EQ(rgb[0], 255);
-    EXPECT_NEAR(rgb[1], 128, 1);
-    EXPECT_EQ(rgb[2], 0);
-}
-
-TEST_F(GlWindowTest, FogColourReplacesTheClearColour) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    g_window.clearColour[0] = g_window.clearColour[1] = g_window.clearColour[2] = 1.0f;
-    g_window.fogEnabled = 1;
-    g_window.fogColour[0] = 0.0f;
-    g_window.fogColour[1] = 0.0f;
-    g_window.fogColour[2] = 1.0f;
-    g_window.BeginFrame();
-    g_window.fogEnabled = 0;
-    unsigned char rgb[3];
-    ReadCentre(rgb);
-    EXPECT_EQ(rgb[0], 0);
-    EXPECT_EQ(rgb[1], 0);
-    EXPECT_EQ(rgb[2], 255);
-}
-
-TEST_F(GlWindowTest, DefaultsAfterInitGL) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D));
-    EXPECT_TRUE(glIsEnabled(GL_CULL_FACE));
-    GLint depthFunc = 0;
-    glGetIntegerv(GL_DEPTH_FUNC, &depthFunc);
-    EXPECT_EQ(depthFunc, GL_LEQUAL);
-    GLint depthBits = 0, stencilBits = 0;
-    glGetIntegerv(GL_DEPTH_BITS, &depthBits);
-    glGetIntegerv(GL_STENCIL_BITS, &stencilBits);
-    EXPECT_GE(depthBits, 16);
-    EXPECT_GE(stencilBits, 1);
-    // Mesa offers ARB multitexture.
-    EXPECT_NE(g_glActiveTextureARB, nullptr);
-    EXPECT_NE(g_glMultiTexCoord2fARB, nullptr);
-    EXPECT_NE(Sys_GetProcAddress("glActiveTextureARB"), nullptr);
-}
-
-TEST_F(GlWindowTest, RefusedFullScreenModeBecomesAWindowOfTheSameSize) {
-    // The virtual screen has only its own mode, so 1000 x 700 cannot be full-screen.
-    ASSERT_EQ(g_window.Create(nullptr, 1000, 700, 1), 1);
-    EXPECT_EQ(g_window.fullScreen, 0);
-    EXPECT_EQ(g_boxes, 0);
-    int width = 0, height = 0;
-    Sys_WindowSize(g_window.window, &width, &height);
-    EXPECT_EQ(width, 1000);
-    EXPECT_EQ(height, 700);
-}
-
-TEST_F(GlWindowTest, CreateAgainReplacesTheWindow) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    ASSERT_EQ(g_window.Create(nullptr, 400, 300, 0), 1);
-    int width = 0, height = 0;
-    Sys_WindowSize(g_window.window, &width, &height);
-    EXPECT_EQ(width, 400);
-    EXPECT_EQ(height, 300);
-    EXPECT_EQ(g_boxes, 0);
-    g_window.clearColour[0] = 0.0f;
-    g_window.clearColour[1] = 1.0f;
-    g_window.clearColour[2] = 0.0f;
-    g_window.BeginFrame();
-    unsigned char rgb[3];
-    ReadCentre(rgb);
-    EXPECT_EQ(rgb[1], 255);
-}
-
-TEST_F(GlWindowTest, PresentWithoutSceneDrawDoesNotSwap) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    static int drawn;
-    drawn = 0;
-    g_window.sceneDraw = nullptr;
-    g_window.Present();
-    g_window.sceneDraw = [] { drawn++; };
-    g_window.Present();
-    g_window.sceneDraw = nullptr;
-    EXPECT_EQ(drawn, 1);
-}
-
-TEST_F(GlWindowTest, ResizeSetsTheViewport) {
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    g_window.Resize(200, 0);
-    GLint viewport[4];
-    glGetIntegerv(GL_VIEWPORT, viewport);
-    EXPECT_EQ(viewport[2], 200);
-    EXPECT_EQ(viewport[3], 1);
-    EXPECT_EQ(g_window.height, 1);
-}
-
-TEST_F(GlWindowTest, LoadingScreenIsSafeWithAndWithoutAWindow) {
-    DrawLoadingScreen("gui_loading.tga", "LOADING", 0.5f);  // no window: nothing
-    ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
-    DrawLoadingScreen("gui_loading.tga", "LOADING", 0.5f);
-    g_window.SwapBuffers();
-    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+TEST_F(GlWindowTest, EachFailingStepShowsItsOwnBoxAndLeavesNothing) {
+    const int steps[] = {SysStepInitVideo,
+                         SysStepCreateWindow,
+                         SysStepDeviceContext,
+                         SysStepChoosePixelFormat,
+                         SysStepSetPixelFormat,
+                         SysStepCreateContext,
+                         SysStepMakeCurrent,
+                         SysStepReleaseCurrent,
+                         SysStepDeleteContext,
+                         SysStepReleaseDeviceContext,
+                         SysStepDestroyWindow,
+                         SysStepShutdownVideo,
+                         SysStepNone};
+    std::set<std::string> texts;
+    for (int step : steps) {
+        SCOPED_TRACE(step);
+        bool teardown = step >= SysStepReleaseCurrent || step == SysStepNone;
+        // A live window first: a failing Create must also take the old one down.
+        ASSERT_EQ(g_window.Create("Vantle2\x99", 320, 240, 0), 1);
+        g_seen.clear();
+        Sys_FailWindowStep(step);
+        if (teardown) {
+            g_window.Destroy();
+        } else {
+            EXPECT_EQ(g_window.Create(nullptr, 400, 300, 0), 0);
+            // The size asked for is kept for the next attempt, as "VID_RESTART" relies on.
+            EXPECT_EQ(g_window.width, 400);
+            EXPECT_EQ(g_window.height, 300);
+        }
+        Sys_FailWindowStep(SysStepNone);
+        if (step != SysStepNone) {
+            ASSERT_EQ(g_seen.size(), 1u);
+            EXPECT_TRUE(texts.insert(g_seen[0].text).second) << g_seen[0].text;
+            EXPECT_EQ(g_seen[0].caption, teardown ? "SHUTDOWN ERROR" : "ERROR");
+            EXPECT_EQ(g_seen[0].flags, static_cast<unsigned int>(
+                                           MB_OK | (teardown ? MB_ICONINFORMATION : MB_ICONEXCLAMATION)));
+        } else {
+            EXPECT_TRUE(g_seen.empty());  // a clean teardown shows nothing
+        }
+        EXPECT_EQ(g_window.window, nullptr);
+        EXPECT_EQ(g_window.deviceContext, nullptr);
+        EXPECT_EQ(g_window.renderContext, nullptr);
+        // A window made after the failure is whole: it clears to a colour, or the fog's.
+        g_seen.clear();
+        ASSERT_EQ(g_window.Create(nullptr, 320, 240, 0), 1);
+        EXPECT_EQ(g_activeWindow, &g_window);
+        const float blue[3] = {0.0f, 0.0f, 1.0f}, red[3] = {1.0f, 0.0f, 0.0f};
+        memcpy(g_window.clearColour, blue, sizeof(blue));
+        memcpy(g_window.fogColour, red, sizeof(red));
+        g_window.fogEnabled = step == SysStepNone;
+        g_window.BeginFrame();
+        EXPECT_TRUE(drawtest::Near(drawtest::ReadFrame().At(160, 120), 255 * g_window.fogEnabled, 0,
+                                   255 * !g_window.fogEnabled, 0));
+        EXPECT_TRUE(g_seen.empty());
+    }
 }
 
 }  // namespace

@@ -1,10 +1,15 @@
 // Lightmapped meshes in real frames: a textured grid over nine lightmap pages,
 // drawn triangle by triangle (two texture units, or two blended passes) and as
-// batched page runs, must give one picture.
+// batched page runs, must give one picture. And the pages as GL textures: one
+// linear level per page with the texels as baked, replaced by a second upload,
+// deleted by Clear, and left alone when forgotten with a lost context. (A
+// location's pages uploaded as it loads are checked through "LOCATION_LOAD".)
 #include "render/lightmap_draw.h"
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <string>
 #include <vector>
 
 #include "draw_test_util.h"
@@ -39,40 +44,43 @@ GridMesh MakeGrid() {
         for (int cx = 0; cx < kCells; cx++) {
             int cell = cy * kCells + cx;
             unsigned int page = cell % 7 == 3 ? 130u : static_cast<unsigned int>(cell % kPages);
-            float x0 = -100.0f + cx * step, y0 = -100.0f + cy * step;
-            float x1 = x0 + step, y1 = y0 + step;
-            float u0 = cx / 4.0f, v0 = cy / 4.0f, u1 = u0 + 0.25f, v1 = v0 + 0.25f;
-            float l0 = 0.1f + 0.05f * (cx % 4), l1 = l0 + 0.4f;
-            mesh.AddVertex(x0, y0, u0, v0, page, l0, l0);
-            mesh.AddVertex(x1, y0, u1, v0, page, l1, l0);
-            mesh.AddVertex(x1, y1, u1, v1, page, l1, l1);
-            mesh.AddVertex(x0, y0, u0, v0, page, l0, l0);
-            mesh.AddVertex(x1, y1, u1, v1, page, l1, l1);
-            mesh.AddVertex(x0, y1, u0, v1, page, l0, l1);
+            float l0 = 0.1f + 0.05f * (cx % 4);
+            // The cell's corners as two triangles, (0, 0) (1, 0) (1, 1) and (0, 0) (1, 1) (0, 1).
+            for (int corner : {0, 1, 3, 0, 3, 2}) {
+                int dx = corner & 1, dy = corner >> 1;
+                mesh.AddVertex(-100.0f + (cx + dx) * step, -100.0f + (cy + dy) * step, (cx + dx) / 4.0f,
+                               (cy + dy) / 4.0f, page, l0 + 0.4f * dx, l0 + 0.4f * dy);
+            }
             mesh.triangles += 2;
         }
     }
     return mesh;
 }
 
-class LightmapDrawTest : public ::testing::Test {
+class LightmapDrawTest : public drawtest::GlTest {
 protected:
     GLuint base = 0;
     GLuint pages[LightmapSet::kMaxPages] = {};
     GridMesh grid = MakeGrid();
 
     static void TearDownTestSuite() { drawtest::CloseWindow(); }
+    // A 16 x 16 RGB texture of colour(x, y) through the texture manager; its GL name.
+    static GLuint Upload(const char* name, const std::function<void(int, int, unsigned char*)>& colour) {
+        EXPECT_TRUE(drawtest::LoadTexture(name, drawtest::Tga(16, 16, 24, colour)));
+        return g_textures.glTextures[g_textures.FindSlot(name)];
+    }
 
     void SetUp() override {
         ASSERT_TRUE(drawtest::OpenWindow(320, 240));
         g_window.clearColour[0] = g_window.clearColour[1] = g_window.clearColour[2] = 0.0f;
-        base = drawtest::MakeTexture(16, [](int x, int y, unsigned char* rgb) {
+        base = Upload("base.tga", [](int x, int y, unsigned char* rgb) {
             rgb[0] = static_cast<unsigned char>(128 + 8 * x);
             rgb[1] = static_cast<unsigned char>(255 - 8 * y);
             rgb[2] = 200;
         });
         for (int p = 0; p < kPages; p++) {
-            pages[p] = drawtest::MakeTexture(16, [p](int x, int y, unsigned char* rgb) {
+            std::string name = "page" + std::to_string(p) + ".tga";
+            pages[p] = Upload(name.c_str(), [p](int x, int y, unsigned char* rgb) {
                 rgb[0] = static_cast<unsigned char>(40 + 20 * p);
                 rgb[1] = static_cast<unsigned char>(60 + 10 * x);
                 rgb[2] = static_cast<unsigned char>(60 + 10 * y);
@@ -84,20 +92,15 @@ protected:
         g_lightmapDrawMode = LightmapDrawBatched;
         g_lightmapForceBlend = 0;
         g_lightmapBatches.Clear();
-        glDeleteTextures(1, &base);
-        glDeleteTextures(kPages, pages);
+        GlTest::TearDown();
     }
 
     Frame Draw(int mode, int forceBlend) {
         g_lightmapDrawMode = mode;
         g_lightmapForceBlend = forceBlend;
         g_window.BeginFrame();
-        g_window.renderCamera[0] = 0.0f;
-        g_window.renderCamera[1] = 0.0f;
-        g_window.renderCamera[2] = 220.0f;
-        g_window.renderCamera[3] = 0.0f;
-        g_window.renderCamera[4] = 180.0f;  // looking down -z
-        g_window.renderCamera[5] = 0.0f;
+        const float camera[6] = {0.0f, 0.0f, 220.0f, 0.0f, 180.0f, 0.0f};  // looking down -z
+        memcpy(g_window.renderCamera, camera, sizeof(camera));
         g_window.fov = 60.0f;
         g_window.SetCamera();
         glEnable(GL_TEXTURE_2D);
@@ -107,51 +110,32 @@ protected:
         return drawtest::ReadFrame();
     }
 
-    // The window pixel of a world point in the grid's plane.
-    static void Project(float x, float y, int* px, int* py) {
+    // The pixel of the middle of grid cell (cx, cy).
+    static const unsigned char* Cell(const Frame& frame, int cx, int cy) {
         double wx, wy, wz;
-        gluProject(x, y, 0.0, g_window.modelview, g_window.projection, g_window.viewport, &wx, &wy, &wz);
-        *px = static_cast<int>(wx);
-        *py = g_window.height - 1 - static_cast<int>(wy);
+        gluProject(-100.0 + (cx + 0.5) * 12.5, -100.0 + (cy + 0.5) * 12.5, 0.0, g_window.modelview,
+                   g_window.projection, g_window.viewport, &wx, &wy, &wz);
+        return frame.At(static_cast<int>(wx), g_window.height - 1 - static_cast<int>(wy));
     }
 };
 
-TEST_F(LightmapDrawTest, BlendingGivesTheMultitexturePicture) {
+TEST_F(LightmapDrawTest, EveryPathGivesTheMultitexturePictureAndPagelessTrianglesStayEmpty) {
     ASSERT_NE(g_glActiveTextureARB, nullptr);  // Mesa has multitexture, so both paths can run
     Frame multitexture = Draw(LightmapDrawLiteral, 0);
-    Frame blended = Draw(LightmapDrawLiteral, 1);
-    EXPECT_LE(drawtest::MaxDifference(multitexture, blended), 2);
-
-    // Something was drawn, and darker than the base alone: cell (5, 5) is page 4, whose red is 120.
-    int px, py;
-    Project(-100.0f + 5.5f * 12.5f, -100.0f + 5.5f * 12.5f, &px, &py);
-    const unsigned char* pixel = multitexture.At(px, py);
-    EXPECT_GT(pixel[0], 40);
-    EXPECT_LT(pixel[0], 120);
-}
-
-TEST_F(LightmapDrawTest, BatchedRunsGiveTheLiteralPicture) {
-    Frame literal = Draw(LightmapDrawLiteral, 0);
-    Frame batched = Draw(LightmapDrawBatched, 0);
-    EXPECT_LE(drawtest::MaxDifference(literal, batched), 1);
-    Frame literalBlended = Draw(LightmapDrawLiteral, 1);
-    Frame batchedBlended = Draw(LightmapDrawBatched, 1);
-    EXPECT_LE(drawtest::MaxDifference(literalBlended, batchedBlended), 1);
-    drawtest::SaveArtefact("lightmapped_grid", batched);
-}
-
-TEST_F(LightmapDrawTest, TrianglesWithoutAPageStayEmpty) {
-    for (int mode = 0; mode < 2; mode++) {
+    drawtest::SaveArtefact("lightmapped_grid", multitexture);
+    // Drawn, and darker than the base alone: cell (5, 5) is page 4, whose red is 120.
+    EXPECT_GT(Cell(multitexture, 5, 5)[0], 40);
+    EXPECT_LT(Cell(multitexture, 5, 5)[0], 120);
+    for (int mode : {LightmapDrawLiteral, LightmapDrawBatched}) {
         for (int blend = 0; blend < 2; blend++) {
+            SCOPED_TRACE(testing::Message() << "mode " << mode << " blend " << blend);
             Frame frame = Draw(mode, blend);
-            int px, py;
+            EXPECT_LE(drawtest::MaxDifference(multitexture, frame), 2);
             // Cell 3 (x 3, y 0) has no page; cell 4 next to it has page 4.
-            Project(-100.0f + 3.5f * 12.5f, -100.0f + 0.5f * 12.5f, &px, &py);
-            const unsigned char* empty = frame.At(px, py);
-            EXPECT_EQ(empty[0] + empty[1] + empty[2], 0) << "mode " << mode << " blend " << blend;
-            Project(-100.0f + 4.5f * 12.5f, -100.0f + 0.5f * 12.5f, &px, &py);
-            const unsigned char* lit = frame.At(px, py);
-            EXPECT_GT(lit[0] + lit[1] + lit[2], 100) << "mode " << mode << " blend " << blend;
+            const unsigned char* empty = Cell(frame, 3, 0);
+            EXPECT_EQ(empty[0] + empty[1] + empty[2], 0);
+            const unsigned char* lit = Cell(frame, 4, 0);
+            EXPECT_GT(lit[0] + lit[1] + lit[2], 100);
         }
     }
 }
@@ -159,26 +143,22 @@ TEST_F(LightmapDrawTest, TrianglesWithoutAPageStayEmpty) {
 TEST_F(LightmapDrawTest, PixelsAreBaseTimesLightmap) {
     // Replace every page by one flat colour and the base by another: every lit cell reads back
     // as their product.
-    GLuint flat = drawtest::MakeTexture(16, [](int, int, unsigned char* rgb) {
+    GLuint flat = Upload("flat.tga", [](int, int, unsigned char* rgb) {
         rgb[0] = 255;
         rgb[1] = 128;
         rgb[2] = 64;
     });
-    glDeleteTextures(1, &base);
-    base = drawtest::MakeTexture(16, [](int, int, unsigned char* rgb) {
+    base = Upload("white.tga", [](int, int, unsigned char* rgb) {
         rgb[0] = 200;
         rgb[1] = 200;
         rgb[2] = 255;
     });
-    glDeleteTextures(kPages, pages);
     for (int p = 0; p < kPages; p++) {
         pages[p] = flat;
     }
     for (int blend = 0; blend < 2; blend++) {
         Frame frame = Draw(LightmapDrawBatched, blend);
-        int px, py;
-        Project(-100.0f + 4.5f * 12.5f, -100.0f + 0.5f * 12.5f, &px, &py);
-        const unsigned char* pixel = frame.At(px, py);
+        const unsigned char* pixel = Cell(frame, 4, 0);
         EXPECT_NEAR(pixel[0], 200, 2);
         EXPECT_NEAR(pixel[1], 200 * 128 / 255, 2);
         EXPECT_NEAR(pixel[2], 64, 2);
@@ -199,15 +179,47 @@ TEST_F(LightmapDrawTest, ABatchFollowsLightmapsChangedInPlace) {
     EXPECT_LE(drawtest::MaxDifference(literal, batched), 1);
 }
 
-TEST_F(LightmapDrawTest, EveryPathCountsItsTriangles) {
-    g_window.polyCount = 0;
-    Draw(LightmapDrawLiteral, 0);
-    EXPECT_EQ(g_window.polyCount, grid.triangles);
-    Draw(LightmapDrawBatched, 1);
-    EXPECT_EQ(g_window.polyCount, grid.triangles);  // BeginFrame started the count again
-    g_window.DrawLightmappedMesh(grid.vertices.data(), grid.triangles, nullptr, pages, 0, 0, 0, 0, 0, 0, 1, 1,
-                                 1);
-    EXPECT_EQ(g_window.polyCount, grid.triangles);  // no coordinates: nothing drawn or counted
+drawtest::Bytes FillPage(unsigned char* page, int seed) {
+    for (int i = 0; i < LightmapSet::kPageBytes; i++) {
+        page[i] = static_cast<unsigned char>(i * 31 + seed * 7 + (i >> 9));
+    }
+    return drawtest::Bytes(page, page + LightmapSet::kPageBytes);
+}
+
+TEST_F(LightmapDrawTest, PagesUploadAsOneLinearLevelReplacedByTheNextUploadAndDeletedByClear) {
+    std::unique_ptr<LightmapSet> set(new LightmapSet);
+    FillPage(set->EnsurePage(0), 3);
+    drawtest::Bytes second = FillPage(set->EnsurePage(1), 4);
+    set->Upload();
+    unsigned int before[2] = {set->glTextures[0], set->glTextures[1]};
+    EXPECT_EQ(drawtest::TextureTexels(before[1], GL_RGB, 256, 256), second);
+    GLint filter = 0, level1 = -1;
+    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, &filter);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 1, GL_TEXTURE_WIDTH, &level1);
+    EXPECT_EQ(filter, GL_LINEAR);
+    EXPECT_EQ(level1, 0);  // no mipmaps
+
+    // One page fewer and new texels: the old textures go, the new one holds the new texels.
+    free(set->pages[1]);
+    set->pages[1] = nullptr;
+    set->pageCount = 1;
+    drawtest::Bytes first = FillPage(set->pages[0], 5);
+    set->Upload();
+    EXPECT_EQ(set->glTextures[1], 0u);
+    EXPECT_LE((glIsTexture(before[0]) == GL_TRUE) + (glIsTexture(before[1]) == GL_TRUE), 1);
+    EXPECT_EQ(drawtest::TextureTexels(set->glTextures[0], GL_RGB, 256, 256), first);
+    unsigned int name = set->glTextures[0];
+    set->Clear();
+    EXPECT_EQ(glIsTexture(name), GL_FALSE);
+
+    // Names forgotten with a lost context are not deleted: the texture stays.
+    FillPage(set->EnsurePage(0), 6);
+    set->Upload();
+    name = set->glTextures[0];
+    set->ForgetTextures();
+    set->Clear();
+    EXPECT_EQ(glIsTexture(name), GL_TRUE);
+    glDeleteTextures(1, &name);
 }
 
 }  // namespace

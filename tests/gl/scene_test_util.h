@@ -1,12 +1,8 @@
-// Shared by the scene tests: solid-colour textures put under the names the
-// scenes bind, a location piece made of a box, the game state emptied between
-// tests, and a frame's pixel tests.
+// Shared by the scene tests: a location piece made of a box, and the game state
+// emptied between tests.
 #pragma once
 
-#include <cstdlib>
 #include <cstring>
-#include <functional>
-#include <vector>
 
 #include "app/console.h"
 #include "app/scene_camera.h"
@@ -16,51 +12,11 @@
 #include "game/game_object.h"
 #include "game/game_state.h"
 #include "game/particles.h"
+#include "render/game_view.h"
 #include "resources/location.h"
 #include "resources/model_shapes.h"
-#include "resources/tga_image.h"
 
 namespace scenetest {
-
-// Uploads a size x size texture under name from rgba(x, y, out) (bits 32, or 24 without alpha);
-// true when it took a slot.
-inline bool PatternTexture(const char* name, int bits, int size,
-                           const std::function<void(int, int, unsigned char*)>& rgba) {
-    int channels = bits / 8;
-    std::vector<unsigned char> pixels(size * size * channels);
-    for (int y = 0; y < size; y++) {
-        for (int x = 0; x < size; x++) {
-            unsigned char texel[4];
-            rgba(x, y, texel);
-            memcpy(&pixels[(y * size + x) * channels], texel, channels);
-        }
-    }
-    g_textures.resources = &g_resources;
-    int slot = 0;
-    while (slot < TextureManager::kSlots && g_textures.names[slot][0]) {
-        slot++;
-    }
-    unsigned int length = 0;
-    unsigned char* file = TgaEncode(pixels.data(), size, size, bits, 0, &length);
-    if (!file || slot == TextureManager::kSlots) {
-        free(file);
-        return false;
-    }
-    int loaded = g_textures.LoadSlot(name, file, length, slot);
-    free(file);
-    return loaded == 1;
-}
-
-// Uploads a size x size texture of one RGBA colour under name; true when it took a slot.
-inline bool SolidTexture(const char* name, unsigned char r, unsigned char g, unsigned char b,
-                         unsigned char a = 255, int size = 8) {
-    return PatternTexture(name, 32, size, [&](int, int, unsigned char* out) {
-        out[0] = r;
-        out[1] = g;
-        out[2] = b;
-        out[3] = a;
-    });
-}
 
 // Appends a box piece to the location; its index.
 inline int AddBoxPiece(Location& location, const char* name, const float* lo, const float* hi,
@@ -108,9 +64,24 @@ inline void ResetGameState() {
     g_window.clearColour[0] = g_window.clearColour[1] = g_window.clearColour[2] = 0.0f;
 }
 
-// True when every channel is within tolerance of (r, g, b).
-inline bool Near(const unsigned char* rgb, int r, int g, int b, int tolerance = 6) {
-    return abs(rgb[0] - r) <= tolerance && abs(rgb[1] - g) <= tolerance && abs(rgb[2] - b) <= tolerance;
-}
+// A suite drawing scenes in one 800 x 600 window, each test from an emptied game state.
+class SceneTest : public drawtest::GlTest {
+protected:
+    static void TearDownTestSuite() { drawtest::CloseWindow(); }
+    void SetUp() override {
+        ASSERT_TRUE(drawtest::OpenWindow(800, 600));
+        ResetGameState();
+    }
+    void TearDown() override {
+        ResetGameState();
+        GlTest::TearDown();
+    }
+    // One game-view frame as the game draws it.
+    static drawtest::Frame DrawFrame() {
+        g_window.BeginFrame();
+        DrawGameView();
+        return drawtest::ReadFrame();
+    }
+};
 
 }  // namespace scenetest
