@@ -64,15 +64,6 @@ std::string EntryData(const Package& package, int index) {
 
 }  // namespace
 
-TEST(PackageFormat, EmptyPackageIsTheBareHeader) {
-    std::unique_ptr<Package> package(new Package);
-    Bytes expected = HandMadePackage("Unnamed Vantle2 Package", "Unnamed Author", 1, {});
-    EXPECT_EQ(expected.size(), 76u);
-    std::string dir = test::ScratchDir("package_empty");
-    ASSERT_EQ(package->Save((dir + "/empty.vpk").c_str()), 1);
-    EXPECT_EQ(test::ReadFile(dir + "/empty.vpk"), expected);
-}
-
 TEST(PackageFormat, SaveMatchesTheLayoutAndLoadSaveIsByteForByte) {
     std::vector<Record> records = {{"levels\\01.vlc", 0, "level one"},
                                    {"empty.bin", 7, ""},
@@ -139,20 +130,6 @@ TEST(PackageEditing, RemoveFileKeepsTheOthersInOrder) {
     EXPECT_EQ(EntryData(*package, 1), "333");
     EXPECT_EQ(package->entries[2].name[0], 0);
     EXPECT_EQ(package->data[2], nullptr);
-}
-
-TEST(PackageEditing, HoldsExactly4096EntriesThenRefusesNewNamesButStillReplaces) {
-    std::unique_ptr<Package> package(new Package);
-    char name[32];
-    for (int i = 0; i < 4096; i++) {
-        snprintf(name, sizeof(name), "e%d", i);
-        ASSERT_EQ(package->AddData(name, "x", 1), 1) << i;
-    }
-    EXPECT_EQ(package->AddData("one.more", "x", 1), 0);
-    EXPECT_EQ(package->AddData("E17", "yy", 2), 1);
-    EXPECT_EQ(package->count, 4096u);
-    EXPECT_EQ(package->entries[17].size, 2u);
-    EXPECT_EQ(package->AddData(std::string(128, 'n').c_str(), "x", 1), 0);
 }
 
 TEST(PackageLoading, WrongMagicAndDamagedDirectoriesLeaveThePackageAsItWas) {
