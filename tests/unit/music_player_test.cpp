@@ -181,6 +181,8 @@ TEST_F(MusicPlayerTest, ASourceThatRanDryIsRestartedByTheNextRefill) {
 }
 
 TEST(MusicPlayerClosed, NoDeviceNoMusic) {
+    test::KeepCurrentContext keep;
+    alcMakeContextCurrent(nullptr);  // as before any device opened
     ResourceManager resources;
     std::string data = test::ScratchDir("music_closed");
     test::WriteResource(data, "sound\\a.ogg", EncodeTone(8000, 1, 8000, 440.0));
