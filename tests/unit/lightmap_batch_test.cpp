@@ -92,31 +92,4 @@ TEST(LightmapBatchTest, TheCacheRebuildsWhenTheArraysChange) {
     delete cache;
 }
 
-// A swaying piece rebuilds its batch every tick: same size, same arrays, new contents;
-// another size gets arrays of its own and still groups correctly.
-TEST(LightmapBatchTest, RebuildingRefillsArraysOfTheSameSize) {
-    Mesh mesh;
-    for (int n = 0; n < 4; n++) {
-        mesh.Add(n, n % 2);
-    }
-    LightmapBatch batch;
-    ASSERT_EQ(batch.Build(mesh.vertices.data(), 4, mesh.coords.data()), 1);
-    const float* arrays = batch.arrays;
-    mesh.vertices[0] = -9.0f;
-    ASSERT_EQ(batch.Build(mesh.vertices.data(), 4, mesh.coords.data()), 1);
-    EXPECT_EQ(batch.arrays, arrays);
-    EXPECT_EQ(batch.runCount, 2);
-    EXPECT_EQ(batch.vertexCount, 12u);
-    EXPECT_FLOAT_EQ(batch.arrays[0], -9.0f);
-    EXPECT_TRUE(batch.Matches(mesh.vertices.data(), 4, mesh.coords.data()));
-
-    ASSERT_EQ(batch.Build(mesh.vertices.data(), 1, mesh.coords.data()), 1);
-    EXPECT_EQ(batch.runCount, 1);
-    EXPECT_EQ(batch.vertexCount, 3u);
-    ASSERT_EQ(batch.Build(mesh.vertices.data(), 4, mesh.coords.data()), 1);
-    EXPECT_EQ(batch.runCount, 2);
-    EXPECT_EQ(batch.runs[1].first, 6u);
-    EXPECT_EQ(batch.vertexCount, 12u);
-}
-
 }  // namespace

@@ -100,38 +100,6 @@ TEST(PackageFormat, SaveMatchesTheLayoutAndLoadSaveIsByteForByte) {
     EXPECT_EQ(Saved(*built), HandMadePackage("Title", "Someone", 3, records));
 }
 
-TEST(PackageEditing, AddFileReplacesCaseInsensitivelyAndTakesTheNewSpelling) {
-    std::string dir = test::ScratchDir("package_add");
-    ASSERT_TRUE(test::WriteText(dir + "/one.txt", "first"));
-    ASSERT_TRUE(test::WriteText(dir + "/two.txt", "second version"));
-    std::unique_ptr<Package> package(new Package);
-    ASSERT_EQ(package->AddFile((dir + "/one.txt").c_str(), "a.txt"), 1);
-    ASSERT_EQ(package->AddFile((dir + "/one.txt").c_str(), "sound\\jump01.wav"), 1);
-    ASSERT_EQ(package->AddFile((dir + "/one.txt").c_str(), "c.txt"), 1);
-    ASSERT_EQ(package->AddFile((dir + "/two.txt").c_str(), "SOUND\\Jump01.WAV"), 1);
-    EXPECT_EQ(package->count, 3u);
-    EXPECT_STREQ(package->entries[1].name, "SOUND\\Jump01.WAV");
-    EXPECT_EQ(package->entries[1].size, 14u);
-    EXPECT_EQ(EntryData(*package, 1), "second version");
-    EXPECT_EQ(package->AddFile((dir + "/missing.txt").c_str(), "d.txt"), 0);
-    EXPECT_EQ(package->count, 3u);
-}
-
-TEST(PackageEditing, RemoveFileKeepsTheOthersInOrder) {
-    std::unique_ptr<Package> package(new Package);
-    package->AddData("first", "1", 1);
-    package->AddData("second", "22", 2);
-    package->AddData("third", "333", 3);
-    EXPECT_EQ(package->RemoveFile("nothing"), 0);
-    ASSERT_EQ(package->RemoveFile("FIRST"), 1);
-    ASSERT_EQ(package->count, 2u);
-    EXPECT_STREQ(package->entries[0].name, "second");
-    EXPECT_STREQ(package->entries[1].name, "third");
-    EXPECT_EQ(EntryData(*package, 1), "333");
-    EXPECT_EQ(package->entries[2].name[0], 0);
-    EXPECT_EQ(package->data[2], nullptr);
-}
-
 TEST(PackageLoading, WrongMagicAndDamagedDirectoriesLeaveThePackageAsItWas) {
     std::unique_ptr<Package> package(new Package);
     package->AddData("kept", "abc", 3);
