@@ -25,7 +25,7 @@ std::vector<float> Placed(const float corners[3][3], const float place[3], const
     }
     GLint viewport[4];
     glGetIntegerv(GL_VIEWPORT, viewport);
-    glPushAttrib(GL_ENABLE_BIT);
+    glPushAttrib(GL_ENABLE_BIT | GL_TRANSFORM_BIT);  // culling, and the matrix mode
     glDisable(GL_CULL_FACE);
     glMatrixMode(GL_PROJECTION);
     glPushMatrix();
