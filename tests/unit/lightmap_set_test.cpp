@@ -1,4 +1,4 @@
-// The lightmap block alone in a file, and the rectangle allocator.
+// The lightmap block byte for byte, and the rectangle allocator.
 #include "resources/lightmap_set.h"
 
 #include <gtest/gtest.h>
@@ -6,11 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <string>
 #include <vector>
-
-#include "resources/resource_manager.h"
-#include "test_support.h"
 
 namespace {
 
@@ -62,16 +58,6 @@ TEST(LightmapBlock, RoundTripIsByteForByteInPieceOrder) {
     EXPECT_FLOAT_EQ(again->coords[300][4].u, 0.5f);
     ASSERT_NE(again->coords[511], nullptr);
     EXPECT_EQ(again->coordCounts[511], 0u);
-
-    std::string dir = test::ScratchDir("lightmap_block");
-    ASSERT_EQ(set->Save((dir + "/lights.vllm").c_str()), 1);
-    EXPECT_EQ(test::ReadFile(dir + "/lights.vllm"), bytes);
-    ResourceManager resources;
-    strcpy(resources.dataDirectory, dir.c_str());
-    std::unique_ptr<LightmapSet> loaded(new LightmapSet);
-    ASSERT_EQ(loaded->Load(&resources, "lights.vllm"), 1);
-    EXPECT_EQ(Serialised(*loaded), bytes);
-    EXPECT_EQ(loaded->Load(&resources, "none.vllm"), 0);
 }
 
 TEST(LightmapBlock, BadBlocksAreRefusedAndLeaveTheSetEmpty) {
