@@ -173,6 +173,9 @@ unsigned int Location::Parse(const unsigned char* bytes, unsigned int length) {
         return 0;
     }
     Clear();
+    // A file without a "VLLM" block has no baked lighting: what the previous location left
+    // belongs to other pieces.
+    lightmaps.Clear();
     ByteReader reader(bytes, length);
     reader.Skip(8);
     ReadString(reader, name, sizeof(name));

@@ -1,16 +1,51 @@
 // Inputs for the audio tests, made in code: sine tones as PCM, WAV images
-// built chunk by chunk, and resource directories to load them from.
+// built chunk by chunk, and resource directories to load them from; and the
+// guards that hand the OpenAL state a test found back to the next one.
 #pragma once
+
+#include <AL/alc.h>
 
 #include <cmath>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <string>
 #include <vector>
 
+#include "audio/sound_system.h"
 #include "test_support.h"
 
 namespace test {
+
+// Makes the OpenAL context that was current when it was made current again when it goes: a
+// sound system of the test's own clears the current context as it closes, which would leave
+// an open g_sound unable to play.
+class KeepCurrentContext {
+public:
+    KeepCurrentContext() : context(alcGetCurrentContext()) {}
+    ~KeepCurrentContext() { alcMakeContextCurrent(context); }
+
+private:
+    ALCcontext* context;
+};
+
+// Gives the test a closed g_sound of its own and puts back the one it found when it goes,
+// with that one's device, context and loaded slots.
+class FreshGlobalSound {
+public:
+    FreshGlobalSound() {
+        memcpy(saved, static_cast<void*>(&g_sound), sizeof(saved));
+        new (&g_sound) SoundSystem();
+    }
+    ~FreshGlobalSound() {
+        g_sound.~SoundSystem();
+        memcpy(static_cast<void*>(&g_sound), saved, sizeof(saved));
+    }
+
+private:
+    KeepCurrentContext context;  // restored after the fresh g_sound has closed
+    alignas(SoundSystem) unsigned char saved[sizeof(SoundSystem)];
+};
 
 // Interleaved 16-bit samples of a sine tone, the same in every channel.
 inline std::vector<short> SineSamples(unsigned int frames, int channels, double rate, double frequency,

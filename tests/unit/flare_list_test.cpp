@@ -33,25 +33,6 @@ void PutFloat(Bytes& out, float f) {
 
 }  // namespace
 
-TEST(FlareFile, EmptyListIs24BytesAndLoadsBack) {
-    FlareList list;
-    list.origin[0] = -80;
-    list.origin[1] = 50;
-    list.origin[2] = -288;
-    Bytes expected = {'V', 'F', 'L', 'R'};
-    PutU32(expected, 24);
-    PutFloat(expected, -80);
-    PutFloat(expected, 50);
-    PutFloat(expected, -288);
-    PutU32(expected, 0);
-    EXPECT_EQ(Serialised(list), expected);
-
-    FlareList back;
-    ASSERT_EQ(back.Parse(expected.data(), expected.size()), 1);
-    EXPECT_EQ(back.count, 0u);
-    EXPECT_EQ(back.origin[2], -288.0f);
-}
-
 TEST(FlareFile, ElementsRoundTripByteForByteThroughFileAndResourceManager) {
     // An element laid out by hand, every field distinct.
     Bytes record(80, 0);

@@ -45,28 +45,6 @@ float PlaneAt(const float p[4], float x, float y, float z) {
 
 // An orthographic box x in [-2, 2], y in [-4, 4], looking down -z from 0 to 8, seen from a
 // camera moved to x = 10: every plane is exact in floats, so the edges can be tested exactly.
-TEST(Frustum, OrthographicPlanesAreUnitDistancesInOrder) {
-    float modelview[16], projection[16], planes[6][4];
-    Identity(modelview);
-    modelview[12] = -10.0f;  // translate by -camera
-    Ortho(projection, -2, 2, -4, 4, 0, 8);
-    Frustum_FromMatrices(modelview, projection, planes);
-
-    const float expected[6][4] = {
-        {-1, 0, 0, 12},  // right: x <= 12
-        {1, 0, 0, -8},   // left: x >= 8
-        {0, 1, 0, 4},    // bottom: y >= -4
-        {0, -1, 0, 4},   // top: y <= 4
-        {0, 0, 1, 8},    // far: z >= -8
-        {0, 0, -1, 0},   // near: z <= 0
-    };
-    for (int p = 0; p < 6; p++) {
-        for (int k = 0; k < 4; k++) {
-            EXPECT_FLOAT_EQ(planes[p][k], expected[p][k]) << "plane " << p << " value " << k;
-        }
-    }
-}
-
 TEST(Frustum, SphereTouchingAPlaneFromOutsideIsRejected) {
     float modelview[16], projection[16], planes[6][4];
     Identity(modelview);

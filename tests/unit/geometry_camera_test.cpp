@@ -41,16 +41,6 @@ TEST(Geometry, AngleDelta) {
     EXPECT_FLOAT_EQ(AngleDelta(90.0f, 90.0f), -180.0f);
 }
 
-TEST(Geometry, DotDistanceNormalise) {
-    EXPECT_FLOAT_EQ(Dot({1, 2, 3}, {4, -5, 6}), 12.0f);
-    EXPECT_FLOAT_EQ(Distance({1, 1, 1}, {4, 5, 1}), 5.0f);
-    Vec3 v = {3, 0, 4};
-    Normalise(v);
-    ExpectVec(v, 0.6f, 0, 0.8f, 1e-6f);
-    EXPECT_FLOAT_EQ(Sqrt(2.0f), 1.41421356f);
-    EXPECT_FLOAT_EQ(AbsF(-2.5f), 2.5f);
-}
-
 TEST(Geometry, SideOfEdgeAndPointInTriangle) {
     Vec3 a = {0, 0, 0}, b = {4, 0, 0}, c = {0, 4, 0};
     EXPECT_EQ(SideOfEdge({1, 1, 9}, a, b), 1);
@@ -78,14 +68,6 @@ TEST(Geometry, SegmentHitsTriangle) {
     EXPECT_EQ(SegmentHitsTriangle(a, b, c, {0, 3, 2}, {0, -3, 2}, hit), 0);
     // Passing outside the triangle is not.
     EXPECT_EQ(SegmentHitsTriangle(a, b, c, {3, 3, 3}, {3, -3, 3}, hit), 0);
-}
-
-TEST(SceneCamera, LookAtAlongPlusXGivesYaw90) {
-    SceneCamera camera = {};
-    camera.position = {5, 2, -3};
-    camera.LookAt(15, 2, -3);
-    EXPECT_NEAR(camera.yaw, 90.0f, 1e-3f);
-    EXPECT_NEAR(camera.pitch, 0.0f, 1e-3f);
 }
 
 TEST(SceneCamera, MoveForwardAfterLookAtReachesTheTarget) {

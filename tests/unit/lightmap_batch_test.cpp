@@ -60,16 +60,6 @@ TEST(LightmapBatchTest, TrianglesAreGroupedByPageInMeshOrder) {
     }
 }
 
-TEST(LightmapBatchTest, NullArraysBuildNothing) {
-    Mesh mesh;
-    mesh.Add(0, 1);
-    LightmapBatch batch;
-    EXPECT_EQ(batch.Build(nullptr, 1, mesh.coords.data()), 0);
-    EXPECT_EQ(batch.Build(mesh.vertices.data(), 1, nullptr), 0);
-    EXPECT_EQ(batch.runCount, 0);
-    EXPECT_FALSE(batch.Matches(mesh.vertices.data(), 1, mesh.coords.data()));
-}
-
 TEST(LightmapBatchTest, TheCacheRebuildsWhenTheArraysChange) {
     Mesh mesh;
     for (int n = 0; n < 4; n++) {
@@ -99,49 +89,6 @@ TEST(LightmapBatchTest, TheCacheRebuildsWhenTheArraysChange) {
     EXPECT_NE(shorter, first);
     EXPECT_EQ(shorter->vertexCount, 6u);
     EXPECT_EQ(cache->Find(nullptr, 2, mesh.coords.data()), nullptr);
-    delete cache;
-}
-
-// A swaying piece rebuilds its batch every tick: same size, same arrays, new contents;
-// another size gets arrays of its own and still groups correctly.
-TEST(LightmapBatchTest, RebuildingRefillsArraysOfTheSameSize) {
-    Mesh mesh;
-    for (int n = 0; n < 4; n++) {
-        mesh.Add(n, n % 2);
-    }
-    LightmapBatch batch;
-    ASSERT_EQ(batch.Build(mesh.vertices.data(), 4, mesh.coords.data()), 1);
-    const float* arrays = batch.arrays;
-    mesh.vertices[0] = -9.0f;
-    ASSERT_EQ(batch.Build(mesh.vertices.data(), 4, mesh.coords.data()), 1);
-    EXPECT_EQ(batch.arrays, arrays);
-    EXPECT_EQ(batch.runCount, 2);
-    EXPECT_EQ(batch.vertexCount, 12u);
-    EXPECT_FLOAT_EQ(batch.arrays[0], -9.0f);
-    EXPECT_TRUE(batch.Matches(mesh.vertices.data(), 4, mesh.coords.data()));
-
-    ASSERT_EQ(batch.Build(mesh.vertices.data(), 1, mesh.coords.data()), 1);
-    EXPECT_EQ(batch.runCount, 1);
-    EXPECT_EQ(batch.vertexCount, 3u);
-    ASSERT_EQ(batch.Build(mesh.vertices.data(), 4, mesh.coords.data()), 1);
-    EXPECT_EQ(batch.runCount, 2);
-    EXPECT_EQ(batch.runs[1].first, 6u);
-    EXPECT_EQ(batch.vertexCount, 12u);
-}
-
-TEST(LightmapBatchTest, AFullCacheReusesItsSlotsInTurn) {
-    LightmapBatchCache* cache = new LightmapBatchCache;
-    // Distinct keys from one array: the triangle count differs.
-    std::vector<LightmapVertex> coords(3 * (LightmapBatchCache::kSlots + 2), LightmapVertex{1, 0, 0});
-    std::vector<float> vertices(8 * coords.size(), 0.0f);
-    for (int i = 0; i < LightmapBatchCache::kSlots; i++) {
-        cache->Find(vertices.data(), i + 1, coords.data());
-    }
-    LightmapBatch* extra = cache->Find(vertices.data(), LightmapBatchCache::kSlots + 1, coords.data());
-    EXPECT_EQ(extra, &cache->batches[0]);
-    LightmapBatch* next = cache->Find(vertices.data(), LightmapBatchCache::kSlots + 2, coords.data());
-    EXPECT_EQ(next, &cache->batches[1]);
-    EXPECT_EQ(cache->batches[2].sourceTriangles, 3u);
     delete cache;
 }
 

@@ -3,13 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
 #include <vector>
 
 #include "resources/mesh.h"
 #include "resources/model.h"
-#include "resources/resource_manager.h"
-#include "test_support.h"
 
 namespace {
 
@@ -149,20 +146,6 @@ TEST(MeshFormat, LabelIsSkippedAndNotWrittenBack) {
     EXPECT_EQ(size, 12u + 36u + 2u + 6u + 2u + 36u + 2u + 6u + 48u);
 }
 
-TEST(ModelFormat, EmptyModelIsElevenBytes) {
-    Model model;
-    model.modelFlag = 0x42;
-    std::vector<unsigned char> out = Serialised(model);
-    ASSERT_EQ(out.size(), 11u);
-    EXPECT_EQ(0, memcmp(out.data(), "VMDL", 4));
-    EXPECT_EQ(out[4], 11);
-    EXPECT_EQ(out[10], 0x42);
-    Model again;
-    EXPECT_EQ(again.Parse(out.data(), out.size()), 11u);
-    EXPECT_EQ(again.modelFlag, 0x42);
-    EXPECT_EQ(again.frameCount, 0);
-}
-
 TEST(ModelFormat, RoundTripIsByteForByteAndPositionsGoBackToFileAxes) {
     Bytes file = ModelHeader(2, 0x13);
     Bytes frame0 = OneTriangleBlock(0, 1.0f);
@@ -268,33 +251,6 @@ TEST(ModelFormat, BadBytesFailCleanly) {
     EXPECT_EQ(model.frameCount, 1);
     EXPECT_NE(model.frames[0], nullptr);
     EXPECT_EQ(model.frames[1], nullptr);
-}
-
-TEST(ModelFormat, SaveAndLoadThroughTheResourceManager) {
-    std::string dir = test::ScratchDir("model_save");
-    Bytes file = ModelHeader(1, 7);
-    Bytes frame0 = OneTriangleBlock(0, 1.0f);
-    file.data.insert(file.data.end(), frame0.data.begin(), frame0.data.end());
-    Model model;
-    ASSERT_NE(model.Parse(file.data.data(), file.data.size()), 0u);
-    ASSERT_EQ(model.Save((dir + "/thing.vmd").c_str()), 1);
-    EXPECT_EQ(test::ReadFile(dir + "/thing.vmd"), Serialised(model));
-
-    ResourceManager resources;
-    strcpy(resources.dataDirectory, dir.c_str());
-    Model loaded;
-    ASSERT_EQ(loaded.Load(&resources, "thing.vmd"), 1);
-    EXPECT_EQ(Serialised(loaded), Serialised(model));
-    EXPECT_EQ(loaded.Load(&resources, "missing.vmd"), 0);
-    EXPECT_EQ(resources.buffer, nullptr);
-    EXPECT_EQ(loaded.Load(nullptr, "thing.vmd"), 0);
-    EXPECT_EQ(model.Save((dir + "/no/such/dir/x.vmd").c_str()), 0);
-
-    Mesh mesh;
-    ASSERT_EQ(model.frames[0]->Save((dir + "/block.vmsh").c_str(), 1), 1);
-    ASSERT_EQ(mesh.Load(&resources, "block.vmsh", model.frames[0]), 1);
-    EXPECT_EQ(mesh.faceCount, 1);
-    EXPECT_FLOAT_EQ(mesh.vertices[4], model.frames[0]->vertices[4]);
 }
 
 }  // namespace

@@ -36,22 +36,30 @@ void MakeTriangleModel(Model& model, const float (*frames)[9], int frameCount, b
 
 const float kFrames[2][9] = {{0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 0, 0, 3, 0, 0, 0, 1, 0}};
 
-TEST(ModelFrame, BlendHalfwayMovesPositionsAndKeepsTextureCoordinates) {
+TEST(ModelFrame, BlendMovesPositionsAndTurnsNormalsAndKeepsTextureCoordinates) {
     Model model;
     MakeTriangleModel(model, kFrames, 2, true);
-    model.BuildFrame(0, 1, 0.5f);
+    // Frame 1's corner normals differ from frame 0's: corner k is (1, 0, k).
+    for (int k = 0; k < 3; k++) {
+        float normal[3] = {1, 0, static_cast<float>(k)};
+        memcpy(model.frames[1]->faceNormals + 3 + k * 3, normal, sizeof(normal));
+    }
+    model.BuildFrame(0, 1, 0.25f);
     ASSERT_EQ(model.frameTriangles, 1u);
-    EXPECT_FLOAT_EQ(model.frameVertices[1].position[0], 2.0f);
-    EXPECT_FLOAT_EQ(model.frameVertices[1].position[1], 0.0f);
+    EXPECT_FLOAT_EQ(model.frameVertices[1].position[0], 1.5f);
     EXPECT_FLOAT_EQ(model.frameVertices[2].position[1], 1.0f);
+    // A quarter of the way from frame 0's corner normal to frame 1's.
+    const float normals[3][3] = {{0.25f, 0.75f, 0}, {0.25f, 0.75f, 0.25f}, {0.625f, 0.75f, 0.5f}};
+    for (int k = 0; k < 3; k++) {
+        for (int c = 0; c < 3; c++) {
+            EXPECT_FLOAT_EQ(model.frameVertices[k].normal[c], normals[k][c]) << "corner " << k;
+        }
+    }
     // Corner k's texture coordinate is texCoords[texFaces[k]] (u, v only).
     EXPECT_FLOAT_EQ(model.frameVertices[0].texCoord[0], 0.7f);
     EXPECT_FLOAT_EQ(model.frameVertices[0].texCoord[1], 0.8f);
     EXPECT_FLOAT_EQ(model.frameVertices[1].texCoord[0], 0.1f);
     EXPECT_FLOAT_EQ(model.frameVertices[2].texCoord[1], 0.5f);
-    // Corner normals come from the corner slots, not the face vector.
-    EXPECT_FLOAT_EQ(model.frameVertices[2].normal[0], 0.5f);
-    EXPECT_FLOAT_EQ(model.frameVertices[2].normal[1], 1.0f);
 }
 
 TEST(ModelFrame, FractionOneOfTheSameFrameIsExactlyThatFrame) {

@@ -200,25 +200,6 @@ TEST(OggDecoder, ForeignAndBrokenBytesFailCleanly) {
     auto ogg = EncodeTone(8000, 1, 8000, 500.0);
     // Cut inside the headers: refused at open.
     EXPECT_EQ(decoder.Open(ogg.data(), 60), 0);
-    // Cut inside the audio: opens, and every fill either succeeds or fails, but ends.
-    unsigned int cut = static_cast<unsigned int>(ogg.size() * 2 / 3);
-    if (decoder.Open(ogg.data(), cut)) {
-        std::vector<unsigned char> fill(65536);
-        for (int i = 0; i < 4; i++) {
-            decoder.Decode(fill.data(), static_cast<unsigned int>(fill.size()));
-        }
-    }
-    // Garbage in the middle of the audio pages.
-    std::vector<unsigned char> damaged = ogg;
-    for (size_t i = damaged.size() / 2; i < damaged.size() / 2 + 200; i++) {
-        damaged[i] ^= 0x5A;
-    }
-    if (decoder.Open(damaged.data(), static_cast<unsigned int>(damaged.size()))) {
-        std::vector<unsigned char> fill(65536);
-        decoder.Decode(fill.data(), static_cast<unsigned int>(fill.size()));
-    }
-    decoder.Close();
-    EXPECT_EQ(decoder.data, nullptr);
 }
 
 // A setup header whose code trees cannot be built opens (vorbisfile only reads the headers) and then
@@ -280,10 +261,3 @@ TEST(OggDecoder, ABrokenLinkInAChainKeepsFailing) {
     EXPECT_EQ(decoder.SeekTime(0.0), 0);
 }
 
-TEST(OggDecoder, EncoderRefusesWhatItCannotWrite) {
-    std::vector<short> pcm(600);
-    std::vector<unsigned char> ogg;
-    EXPECT_FALSE(EncodeOggVorbis(pcm.data(), 100, 6, 44100, 0.4f, ogg));
-    EXPECT_FALSE(EncodeOggVorbis(nullptr, 100, 1, 44100, 0.4f, ogg));
-    EXPECT_TRUE(ogg.empty());
-}

@@ -64,15 +64,6 @@ std::string EntryData(const Package& package, int index) {
 
 }  // namespace
 
-TEST(PackageFormat, EmptyPackageIsTheBareHeader) {
-    std::unique_ptr<Package> package(new Package);
-    Bytes expected = HandMadePackage("Unnamed Vantle2 Package", "Unnamed Author", 1, {});
-    EXPECT_EQ(expected.size(), 76u);
-    std::string dir = test::ScratchDir("package_empty");
-    ASSERT_EQ(package->Save((dir + "/empty.vpk").c_str()), 1);
-    EXPECT_EQ(test::ReadFile(dir + "/empty.vpk"), expected);
-}
-
 TEST(PackageFormat, SaveMatchesTheLayoutAndLoadSaveIsByteForByte) {
     std::vector<Record> records = {{"levels\\01.vlc", 0, "level one"},
                                    {"empty.bin", 7, ""},
@@ -107,52 +98,6 @@ TEST(PackageFormat, SaveMatchesTheLayoutAndLoadSaveIsByteForByte) {
     }
     records[1].flag = 0;
     EXPECT_EQ(Saved(*built), HandMadePackage("Title", "Someone", 3, records));
-}
-
-TEST(PackageEditing, AddFileReplacesCaseInsensitivelyAndTakesTheNewSpelling) {
-    std::string dir = test::ScratchDir("package_add");
-    ASSERT_TRUE(test::WriteText(dir + "/one.txt", "first"));
-    ASSERT_TRUE(test::WriteText(dir + "/two.txt", "second version"));
-    std::unique_ptr<Package> package(new Package);
-    ASSERT_EQ(package->AddFile((dir + "/one.txt").c_str(), "a.txt"), 1);
-    ASSERT_EQ(package->AddFile((dir + "/one.txt").c_str(), "sound\\jump01.wav"), 1);
-    ASSERT_EQ(package->AddFile((dir + "/one.txt").c_str(), "c.txt"), 1);
-    ASSERT_EQ(package->AddFile((dir + "/two.txt").c_str(), "SOUND\\Jump01.WAV"), 1);
-    EXPECT_EQ(package->count, 3u);
-    EXPECT_STREQ(package->entries[1].name, "SOUND\\Jump01.WAV");
-    EXPECT_EQ(package->entries[1].size, 14u);
-    EXPECT_EQ(EntryData(*package, 1), "second version");
-    EXPECT_EQ(package->AddFile((dir + "/missing.txt").c_str(), "d.txt"), 0);
-    EXPECT_EQ(package->count, 3u);
-}
-
-TEST(PackageEditing, RemoveFileKeepsTheOthersInOrder) {
-    std::unique_ptr<Package> package(new Package);
-    package->AddData("first", "1", 1);
-    package->AddData("second", "22", 2);
-    package->AddData("third", "333", 3);
-    EXPECT_EQ(package->RemoveFile("nothing"), 0);
-    ASSERT_EQ(package->RemoveFile("FIRST"), 1);
-    ASSERT_EQ(package->count, 2u);
-    EXPECT_STREQ(package->entries[0].name, "second");
-    EXPECT_STREQ(package->entries[1].name, "third");
-    EXPECT_EQ(EntryData(*package, 1), "333");
-    EXPECT_EQ(package->entries[2].name[0], 0);
-    EXPECT_EQ(package->data[2], nullptr);
-}
-
-TEST(PackageEditing, HoldsExactly4096EntriesThenRefusesNewNamesButStillReplaces) {
-    std::unique_ptr<Package> package(new Package);
-    char name[32];
-    for (int i = 0; i < 4096; i++) {
-        snprintf(name, sizeof(name), "e%d", i);
-        ASSERT_EQ(package->AddData(name, "x", 1), 1) << i;
-    }
-    EXPECT_EQ(package->AddData("one.more", "x", 1), 0);
-    EXPECT_EQ(package->AddData("E17", "yy", 2), 1);
-    EXPECT_EQ(package->count, 4096u);
-    EXPECT_EQ(package->entries[17].size, 2u);
-    EXPECT_EQ(package->AddData(std::string(128, 'n').c_str(), "x", 1), 0);
 }
 
 TEST(PackageLoading, WrongMagicAndDamagedDirectoriesLeaveThePackageAsItWas) {

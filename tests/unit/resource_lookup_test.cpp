@@ -3,7 +3,6 @@
 // as the plain walk from disk does, also after packages change on disk.
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <memory>
@@ -101,26 +100,6 @@ TEST_F(LookupTest, BufferRulesOfOpen) {
     manager.Release();
     EXPECT_EQ(manager.buffer, nullptr);
     EXPECT_EQ(manager.Open(nullptr), nullptr);
-}
-
-TEST_F(LookupTest, CacheReadsEachDirectoryOnceUntilThePackageChanges) {
-    SavePackage(dir + "/a.vpk", {{"one", "1"}});
-    SavePackage(dir + "/b.vpk", {{"two", "2"}});
-    // Files modified just now are re-read until they settle; age these.
-    for (const char* name : {"/a.vpk", "/b.vpk"}) {
-        std::filesystem::path path = dir + name;
-        std::filesystem::last_write_time(path,
-                                         std::filesystem::last_write_time(path) - std::chrono::seconds(10));
-    }
-    for (int i = 0; i < 5; i++) {
-        ASSERT_NE(manager.Open("two"), nullptr);
-        EXPECT_EQ(manager.Open("nothing"), nullptr);
-    }
-    EXPECT_EQ(manager.packageCache.directoryReads, 2u);
-    SavePackage(dir + "/b.vpk", {{"two", "3"}});  // same size, new file
-    ASSERT_NE(manager.Open("two"), nullptr);
-    EXPECT_EQ(Held(manager), "3");
-    EXPECT_GE(manager.packageCache.directoryReads, 3u);
 }
 
 // Damaged packages of every kind the lookup must step over, each still listing
