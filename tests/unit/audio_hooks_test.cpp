@@ -74,23 +74,6 @@ protected:
 
 }  // namespace
 
-TEST_F(AudioHooks, StartupOpensTheDeviceAndHandsTheMusicTheResources) {
-    ASSERT_TRUE(g_hooks.initSound && g_hooks.prepareMusic && g_hooks.musicUpdate);
-    EXPECT_EQ(g_hooks.loadGameSounds, nullptr) << "the game loads its own effects";
-    g_console.Clear();
-    EXPECT_EQ(g_hooks.initSound(), 1);
-    bool heading = false;
-    for (int i = 0; i < Console::kLineCount; i++) {
-        heading |= strcmp(g_console.lines[i], "Initialising OpenAL:") == 0;
-    }
-    EXPECT_TRUE(heading);
-    g_music.resources = nullptr;
-    g_music.transition = MusicPlayer::kFade;
-    g_hooks.prepareMusic();
-    EXPECT_EQ(g_music.resources, &g_resources);
-    EXPECT_EQ(g_music.transition, MusicPlayer::kCut);
-}
-
 TEST_F(AudioHooks, TheMainLoopCutsToTheNextPieceAndStopsAtTheNextTick) {
     g_hooks.prepareMusic();
     ASSERT_EQ(g_music.PlayMusic("sound\\music_menu.ogg"), 1);

@@ -204,36 +204,6 @@ TEST_F(DemoTest, TheTraceFollowsThePlayerTickByTick) {
     EXPECT_EQ(lines[3].rfind("level 01: inputs ended at tick 3", 0), 0u) << lines[3];
 }
 
-TEST_F(DemoTest, APlaybackLogsEachLevelItLoadsInTheTickTheRunnerReports) {
-    SaveLevelOne();
-    std::filesystem::copy_file(dataDir + "/levels/01.vlc", dataDir + "/levels/02.vlc");
-    Replay& r = g_demo.replay;
-    r.Clear();
-    r.length = 1000;
-    ASSERT_EQ(r.AddEvent(0, ReplayKeyDown, VK_UP, 0, 0), 1);
-    std::vector<std::string> lines;
-    RunLoadedReplay(Collect, &lines);
-    ASSERT_EQ(lines.size(), 3u);
-    unsigned int completed = 0;
-    ASSERT_EQ(sscanf(lines[0].c_str(), "level 01: completed at tick %u", &completed), 1) << lines[0];
-    EXPECT_EQ(lines[1].rfind("level 02: completed at tick ", 0), 0u) << lines[1];
-
-    g_console.Clear();
-    g_demo.StartLoadedPlayback();
-    while (g_demo.mode == DemoPlaying) {
-        GameSceneTick();
-    }
-    std::string wanted = "Demo: level 02 loaded at tick " + std::to_string(completed);
-    int found = 0, others = 0;
-    for (const auto& line : g_console.lines) {
-        std::string text(line);
-        found += text == wanted;
-        others += text.rfind("Demo: level", 0) == 0 && text != wanted;
-    }
-    EXPECT_EQ(found, 1) << wanted;
-    EXPECT_EQ(others, 0) << "the missing level 03 ends the game: no line for it";
-}
-
 TEST_F(DemoTest, ABrokenReplayFileIsReportedWithItsLine) {
     std::string file = dataDir + "/../broken.replay";
     ASSERT_TRUE(test::WriteText(file, "vantle2-replay 1\nlevel 1\nticks 10\n5 down UP\n3 up UP\n"));

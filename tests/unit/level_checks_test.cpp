@@ -79,15 +79,6 @@ TEST(LevelChecks, ThingsOutOfTheCamerasSightAreRefused) {
               "07.lvl:8: piece 'Finish' is built 510 units from the axis, beyond the camera at 505");
 }
 
-TEST(LevelChecks, NumberedLevelNames) {
-    EXPECT_TRUE(IsNumberedLevel("01.lvl"));
-    EXPECT_TRUE(IsNumberedLevel("123.lvl"));
-    EXPECT_FALSE(IsNumberedLevel("done.lvl"));
-    EXPECT_FALSE(IsNumberedLevel("1a.lvl"));
-    EXPECT_FALSE(IsNumberedLevel(".lvl"));
-    EXPECT_FALSE(IsNumberedLevel("01.lvl.bak"));
-}
-
 TEST(LevelChecks, TheContentBuildRefusesAnUnplayableLevel) {
     std::string dir = test::ScratchDir("level_checks");
     mkdir((dir + "/levels").c_str(), 0755);

