@@ -5,6 +5,7 @@
 #include "app/audio_hooks.h"
 
 #include <AL/al.h>
+#include <AL/alc.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -39,6 +40,8 @@ protected:
 
     void SetUp() override {
         ASSERT_TRUE(g_sound.device || g_sound.Init());
+        // A sound system destroyed by another test leaves no context current.
+        alcMakeContextCurrent(static_cast<ALCcontext*>(g_sound.context));
         memcpy(savedDirectory, g_resources.dataDirectory, sizeof(savedDirectory));
         std::string data = test::ScratchDir(::testing::UnitTest::GetInstance()->current_test_info()->name());
         snprintf(g_resources.dataDirectory, sizeof(g_resources.dataDirectory), "%s", data.c_str());

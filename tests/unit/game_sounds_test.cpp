@@ -2,6 +2,7 @@
 // slot gets a buffer of its own, and after every tick the sources tell which
 // slot they were last started with, where and at what pitch.
 #include <AL/al.h>
+#include <AL/alc.h>
 
 #include <cstring>
 
@@ -24,6 +25,8 @@ protected:
     void SetUp() override {
         GameFixture::SetUp();
         ASSERT_TRUE(g_sound.device || g_sound.Init());
+        // A sound system destroyed by another test leaves no context current.
+        alcMakeContextCurrent(static_cast<ALCcontext*>(g_sound.context));
         std::vector<short> pcm = test::SineSamples(11025, 1, 22050, 440);
         std::vector<unsigned char> data(reinterpret_cast<unsigned char*>(pcm.data()),
                                         reinterpret_cast<unsigned char*>(pcm.data() + pcm.size()));
