@@ -42,6 +42,11 @@ protected:
         ASSERT_TRUE(g_sound.device || g_sound.Init());
         // A sound system destroyed by another test leaves no context current.
         alcMakeContextCurrent(static_cast<ALCcontext*>(g_sound.context));
+        // Streams made while no context was current have no source to play through.
+        for (MusicStream*& stream : g_music.streams) {
+            delete stream;
+            stream = nullptr;
+        }
         memcpy(savedDirectory, g_resources.dataDirectory, sizeof(savedDirectory));
         std::string data = test::ScratchDir(::testing::UnitTest::GetInstance()->current_test_info()->name());
         snprintf(g_resources.dataDirectory, sizeof(g_resources.dataDirectory), "%s", data.c_str());

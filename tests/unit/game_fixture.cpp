@@ -6,6 +6,8 @@
 #include "app/gl_window.h"
 #include "app/random.h"
 #include "app/scene_hooks.h"
+#include "audio/music_player.h"
+#include "audio/music_stream.h"
 #include "game/closing_scene.h"
 #include "game/collision_world.h"
 #include "game/game_object.h"
@@ -80,6 +82,12 @@ void GameFixture::TearDown() {
     closingLocation.Clear();
     lampModel.Clear();
     strcpy(g_resources.dataDirectory, "data");
+    // The rules stop the music (a death, the closing scene): without a sound device that leaves
+    // streams with no source behind, which a later test's music would be started in.
+    for (MusicStream*& stream : g_music.streams) {
+        delete stream;
+        stream = nullptr;
+    }
 }
 
 LocationPiece* GameFixture::AddPiece(const char* name, const char* texture, float x0, float y0, float z0,
