@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <new>
 
 #include "app/console.h"
 #include "app/frame_timer.h"
@@ -37,16 +38,16 @@ class AudioHooks : public ::testing::Test {
 protected:
     test::ManualClock clock{7000000};
     char savedDirectory[sizeof(g_resources.dataDirectory)];
+    bool openedSound = false;
+    ALCcontext* savedContext = nullptr;
 
     void SetUp() override {
-        ASSERT_TRUE(g_sound.device || g_sound.Init());
-        // A sound system destroyed by another test leaves no context current.
-        alcMakeContextCurrent(static_cast<ALCcontext*>(g_sound.context));
         // Streams made while no context was current have no source to play through.
-        for (MusicStream*& stream : g_music.streams) {
-            delete stream;
-            stream = nullptr;
-        }
+        DeleteStreams();
+        openedSound = !g_sound.device;
+        savedContext = alcGetCurrentContext();
+        ASSERT_TRUE(g_sound.Init());
+        alcMakeContextCurrent(static_cast<ALCcontext*>(g_sound.context));
         memcpy(savedDirectory, g_resources.dataDirectory, sizeof(savedDirectory));
         std::string data = test::ScratchDir(::testing::UnitTest::GetInstance()->current_test_info()->name());
         snprintf(g_resources.dataDirectory, sizeof(g_resources.dataDirectory), "%s", data.c_str());
@@ -67,12 +68,24 @@ protected:
     }
     void TearDown() override {
         g_hooks = EngineHooks();
-        g_music.StopMusic();
-        g_music.Update();
+        DeleteStreams();
         g_music.resources = nullptr;
         g_music.transition = MusicPlayer::kFade;
         memcpy(g_resources.dataDirectory, savedDirectory, sizeof(savedDirectory));
         Sys_FlushMessages();
+        // The sound system as it was found: closed, or open with the context that was current.
+        if (openedSound) {
+            g_sound.~SoundSystem();
+            new (&g_sound) SoundSystem();
+        } else {
+            alcMakeContextCurrent(savedContext);
+        }
+    }
+    static void DeleteStreams() {
+        for (MusicStream*& stream : g_music.streams) {
+            delete stream;
+            stream = nullptr;
+        }
     }
     void Tick() {
         clock.AdvanceMs(20);

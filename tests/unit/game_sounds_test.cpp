@@ -5,6 +5,7 @@
 #include <AL/alc.h>
 
 #include <cstring>
+#include <new>
 
 #include "app/scene_camera.h"
 #include "app/scene_hooks.h"
@@ -24,8 +25,9 @@ class GameSoundsTest : public test::GameFixture {
 protected:
     void SetUp() override {
         GameFixture::SetUp();
-        ASSERT_TRUE(g_sound.device || g_sound.Init());
-        // A sound system destroyed by another test leaves no context current.
+        openedSound = !g_sound.device;
+        savedContext = alcGetCurrentContext();
+        ASSERT_TRUE(g_sound.Init());
         alcMakeContextCurrent(static_cast<ALCcontext*>(g_sound.context));
         std::vector<short> pcm = test::SineSamples(11025, 1, 22050, 440);
         std::vector<unsigned char> data(reinterpret_cast<unsigned char*>(pcm.data()),
@@ -52,6 +54,13 @@ protected:
         }
         memcpy(g_sound.buffers, saved, sizeof(saved));
         GameFixture::TearDown();
+        // The sound system as it was found: closed, or open with the context that was current.
+        if (openedSound) {
+            g_sound.~SoundSystem();
+            new (&g_sound) SoundSystem();
+        } else {
+            alcMakeContextCurrent(savedContext);
+        }
     }
     // The slot a source was started with since the last call (0 for none), and where.
     int Heard(int source, float* at = nullptr, float* pitch = nullptr) {
@@ -82,6 +91,8 @@ protected:
         }
     }
     unsigned int saved[SoundSystem::kSlotCount];
+    bool openedSound = false;
+    ALCcontext* savedContext = nullptr;
 };
 
 TEST_F(GameSoundsTest, JumpKeyAndDeathSoundWhereThePlayerIs) {

@@ -96,6 +96,7 @@ TEST(ShippedLevels, TheWholeGameIsWonWithEveryLevelsPoints) {
     DeleteAllObjects();
     player = nullptr;
     g_location.Clear();
+    g_location.lightmaps.Clear();
     closingLocation.Clear();
     strcpy(g_resources.dataDirectory, "data");
 }
