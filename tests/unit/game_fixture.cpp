@@ -55,7 +55,10 @@ void GameFixture::SetUp() {
     memset(g_window.joystickFlags, 0, sizeof(g_window.joystickFlags));
     g_window.flashIntensity = 0;
     g_window.fov = 45;
+    savedJoystick = g_readJoystick;
     g_readJoystick = nullptr;
+    // A level's start leaves these to the first tick; a test that ended on a belt must not leak.
+    onConveyor = 0;
     g_debug = 0;
     paused = 0;
     pauseAngle = 0;
@@ -84,6 +87,7 @@ void GameFixture::TearDown() {
     closingLocation.Clear();
     lampModel.Clear();
     strcpy(g_resources.dataDirectory, "data");
+    g_readJoystick = savedJoystick;
     // The rules stop the music (a death, the closing scene): without a sound device that leaves
     // streams with no source behind, which a later test's music would be started in.
     for (MusicStream*& stream : g_music.streams) {
