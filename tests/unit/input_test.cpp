@@ -75,20 +75,6 @@ protected:
     GlWindow* saved;
 };
 
-TEST_F(WindowInput, KeysFollowKeyDownAndUp) {
-    Send(WM_KEYDOWN, VK_SPACE, 0);
-    EXPECT_EQ(g_window.keys[VK_SPACE], 1);
-    g_window.keys[VK_SPACE] = 0;          // a consumer took the press
-    Send(WM_KEYDOWN, VK_SPACE, 1 << 30);  // auto-repeat sets it again
-    EXPECT_EQ(g_window.keys[VK_SPACE], 1);
-    Send(WM_KEYUP, VK_SPACE, 0);
-    EXPECT_EQ(g_window.keys[VK_SPACE], 0);
-    Send(WM_SYSKEYDOWN, VK_F10, 0);
-    Send(WM_SYSKEYDOWN, VK_MENU, 0);
-    EXPECT_EQ(g_window.keys[VK_F10], 0);
-    EXPECT_EQ(g_window.keys[VK_MENU], 0);
-}
-
 TEST_F(WindowInput, MouseIsScaledToTheVirtualScreen) {
     Send(WM_MOUSEMOVE, 0, Sys_MakeLParam(100, 150));
     EXPECT_FLOAT_EQ(g_window.mouse2D[0], 200.0f);
@@ -101,18 +87,13 @@ TEST_F(WindowInput, MouseIsScaledToTheVirtualScreen) {
 }
 
 TEST_F(WindowInput, MoveButtonCodeComparesTheWholeFlagWord) {
-    Send(WM_MOUSEMOVE, MK_LBUTTON, 0);
-    EXPECT_EQ(g_window.mouseButtons, 1);
-    Send(WM_MOUSEMOVE, MK_MBUTTON, 0);
-    EXPECT_EQ(g_window.mouseButtons, 4);
-    Send(WM_MOUSEMOVE, MK_RBUTTON, 0);
-    EXPECT_EQ(g_window.mouseButtons, 2);
-    Send(WM_MOUSEMOVE, MK_LBUTTON | MK_SHIFT, 0);
-    EXPECT_EQ(g_window.mouseButtons, 0);
-    Send(WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, 0);
-    EXPECT_EQ(g_window.mouseButtons, 0);
-    Send(WM_MOUSEMOVE, MK_RBUTTON | MK_CONTROL, 0);
-    EXPECT_EQ(g_window.mouseButtons, 0);
+    const uintptr_t flags[] = {MK_LBUTTON, MK_MBUTTON, MK_RBUTTON, MK_LBUTTON | MK_SHIFT, MK_LBUTTON | MK_RBUTTON,
+                               MK_RBUTTON | MK_CONTROL};
+    const int buttons[] = {1, 4, 2, 0, 0, 0};
+    for (int i = 0; i < 6; i++) {
+        Send(WM_MOUSEMOVE, flags[i], 0);
+        EXPECT_EQ(g_window.mouseButtons, buttons[i]) << flags[i];
+    }
 }
 
 TEST_F(WindowInput, WheelChangesTheFieldOfView) {
@@ -170,13 +151,8 @@ TEST_F(MouseDrag, RightDragLooksAroundAndWrapsYaw) {
     MouseCamera();
     EXPECT_FLOAT_EQ(g_camera.yaw, 10.0f);  // 350 + 20, wrapped
     EXPECT_FLOAT_EQ(g_camera.pitch, 2.0f);
-    EXPECT_EQ(g_dragState, 2);
-    EXPECT_EQ(g_dragMoved, 1);
-    EXPECT_FLOAT_EQ(g_lastMouse[0], 300.0f);
-    g_window.mouseButtons = 0;
     MouseCamera();
-    EXPECT_EQ(g_dragState, 0);
-    EXPECT_EQ(g_dragMoved, 0);
+    EXPECT_FLOAT_EQ(g_camera.yaw, 10.0f) << "the mouse has not moved since";
 }
 
 TEST_F(MouseDrag, HugeYawDoesNotStallTheTick) {
@@ -192,27 +168,10 @@ TEST_F(MouseDrag, LeftDragFliesAndMiddleDragRises) {
     g_window.mouse2D[1] = 280.0f;  // 20 up: forward by 10
     MouseCamera();
     EXPECT_NEAR(g_camera.position.z, 10.0f, 1e-4f);
-    EXPECT_EQ(g_dragState, 1);
     g_window.mouseButtons = 4;
     g_window.mouse2D[1] = 320.0f;  // 40 down: MoveUp(10) sinks toward -y
     MouseCamera();
     EXPECT_NEAR(g_camera.position.y, -10.0f, 1e-4f);
-    EXPECT_EQ(g_dragState, 4);
-}
-
-TEST_F(MouseDrag, ClickWithoutMovementEndsTheDrag) {
-    g_dragState = 1;
-    g_dragMoved = 0;
-    g_window.mouseButtons = 1;
-    EndClick();
-    EXPECT_EQ(g_dragState, 1);  // still held
-    g_window.mouseButtons = 0;
-    EndClick();
-    EXPECT_EQ(g_dragState, 0);
-    g_dragState = 1;
-    g_dragMoved = 1;
-    EndClick();
-    EXPECT_EQ(g_dragState, 1);  // a drag, not a click: the camera hook ends it
 }
 
 }  // namespace
