@@ -93,22 +93,6 @@ TEST_F(LevelLoadingTest, AKindWhoseModelIsMissingLeavesAnEmptyObjectThatTakesPar
     EXPECT_STREQ(objects[1]->type, "key");
 }
 
-TEST_F(LevelLoadingTest, RoutePointsAreFoundByExactNameWithTwoDigits) {
-    AddEntity("enemy07_route00", 0, 0, 0);
-    AddEntity("enemy07_route1", 0, 0, 0);
-    AddEntity("Enemy07_route02", 0, 0, 0);
-    AddEntity("enemy07_route10", 0, 0, 0);
-    int32_t index = -1;
-    EXPECT_EQ(FindRoutePoint("enemy07", 0, &index), 1);
-    EXPECT_EQ(index, 0);
-    index = 99;
-    EXPECT_EQ(FindRoutePoint("enemy07", 1, &index), 0);
-    EXPECT_EQ(index, 99) << "unchanged when nothing matches";
-    EXPECT_EQ(FindRoutePoint("enemy07", 2, &index), 0) << "case counts";
-    EXPECT_EQ(FindRoutePoint("enemy07", 10, &index), 1);
-    EXPECT_EQ(index, 3);
-}
-
 TEST_F(LevelLoadingTest, ANewLevelNumberReadsItsFileAndARestartKeepsTheLocation) {
     Location source;
     strcpy(source.name, "Second Cavern");
