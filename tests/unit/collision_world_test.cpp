@@ -24,16 +24,6 @@ int HitBox(CollisionShape& shape, float x0, float y0, float z0, float x1, float 
 
 }  // namespace
 
-TEST(CollisionShape, RestingOnAFloorIsSide5WithAnUpwardPush) {
-    CollisionShape a = BoxShape(0, 0, 0, 10, 10, 10);
-    ASSERT_EQ(HitBox(a, -50, -20, -50, 50, 1, 50), 1);
-    EXPECT_EQ(a.side, 5);
-    EXPECT_FLOAT_EQ(a.push[0], 0);
-    EXPECT_FLOAT_EQ(a.push[1], 1);
-    EXPECT_FLOAT_EQ(a.push[2], 0);
-    EXPECT_EQ(a.hitBox, 0);
-}
-
 TEST(CollisionShape, EachNearestFacePairGivesItsSideAndPush) {
     struct Case {
         float b[6];
@@ -86,61 +76,3 @@ TEST(CollisionShape, OffsetsMoveBothTheShapeAndTheTestedBox) {
     EXPECT_FLOAT_EQ(a.push[1], 0.5f);
 }
 
-TEST(CollisionShape, FirstOverlappingBoxPairWinsAndInactiveBoxesAreSkipped) {
-    CollisionShape a;
-    float min[3] = {0, 0, 0}, max[3] = {1, 1, 1};
-    float far[3] = {500, 0, 0};
-    a.SetBox(3, min, max, nullptr);
-    a.SetBox(5, min, max, far);
-    a.SetBox(9, min, max, nullptr);  // out of range: ignored
-    CollisionShape b;
-    b.SetBox(2, min, max, far);
-    b.SetBox(6, min, max, nullptr);
-    ASSERT_EQ(a.TestShape(b), 1);
-    EXPECT_EQ(a.hitBox, 6);  // box 3 of a meets box 6 of b first
-    float farMin[3] = {499, 0, 0}, farMax[3] = {502, 1, 1};
-    ASSERT_EQ(a.TestBox(farMin, farMax, nullptr), 1);
-    EXPECT_EQ(a.hitBox, 5);
-    CollisionShape empty;
-    EXPECT_EQ(empty.TestBox(min, max, nullptr), 0);
-}
-
-TEST(CollisionWorld, EmptySlotsAndMissesLeaveTheLastResult) {
-    CollisionWorld world;
-    ASSERT_EQ(world.CreateShape(4), 1);
-    EXPECT_EQ(world.CreateShape(128), 0);
-    EXPECT_EQ(world.CreateShape(-1), 0);
-    float min[3] = {0, 0, 0}, max[3] = {10, 10, 10};
-    world.slots[4]->SetBox(0, min, max, nullptr);
-    float fmin[3] = {-50, -20, -50}, fmax[3] = {50, 1, 50};
-    ASSERT_EQ(world.TestShapeAgainstBox(4, fmin, fmax, nullptr), 1);
-    EXPECT_EQ(world.side, 5);
-    EXPECT_FLOAT_EQ(world.push[1], 1);
-    float missMin[3] = {100, 100, 100}, missMax[3] = {101, 101, 101};
-    EXPECT_EQ(world.TestShapeAgainstBox(4, missMin, missMax, nullptr), 0);
-    EXPECT_EQ(world.TestShapeAgainstBox(5, fmin, fmax, nullptr), 0);
-    EXPECT_EQ(world.TestShapes(4, 5), 0);
-    EXPECT_EQ(world.side, 5);
-    EXPECT_FLOAT_EQ(world.push[1], 1);
-}
-
-TEST(CollisionWorld, ShapeTestsCopyTheFirstShapesResult) {
-    CollisionWorld world;
-    world.CreateShape(0);
-    world.CreateShape(127);
-    float pmin[3] = {-3, 0, -3}, pmax[3] = {3, 10, 3}, at[3] = {0, 9, 0};
-    world.slots[0]->SetBox(0, pmin, pmax, at);
-    float kmin[3] = {-5, -1, -5}, kmax[3] = {5, 0, 5};
-    world.slots[127]->SetBox(0, kmin, kmax, at);
-    ASSERT_EQ(world.TestShapes(0, 127), 1);
-    EXPECT_EQ(world.side, 5);
-    EXPECT_FLOAT_EQ(world.push[1], 0);  // resting exactly on the top face
-    ASSERT_EQ(world.TestShapes(127, 0), 1);
-    EXPECT_EQ(world.side, 6);
-    world.DeleteShape(127);
-    EXPECT_EQ(world.Shape(127), nullptr);
-    EXPECT_EQ(world.TestShapes(0, 127), 0);
-    world.Clear();
-    EXPECT_EQ(world.Shape(0), nullptr);
-    EXPECT_EQ(world.side, 0);
-}

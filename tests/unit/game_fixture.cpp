@@ -6,6 +6,8 @@
 #include "app/gl_window.h"
 #include "app/random.h"
 #include "app/scene_hooks.h"
+#include "audio/music_player.h"
+#include "audio/music_stream.h"
 #include "game/closing_scene.h"
 #include "game/collision_world.h"
 #include "game/game_object.h"
@@ -42,6 +44,8 @@ void GameFixture::SetUp() {
     WriteBoxModel("enemy01.vmd", -10, 0, -10, 10, 20, 10);
 
     g_location.Clear();
+    // Lightmaps outlive a location's Clear; a shipped level's would be checked against these pieces.
+    g_location.lightmaps.Clear();
     closingLocation.Clear();
     g_collision.Clear();
     DeleteAllObjects();
@@ -51,7 +55,10 @@ void GameFixture::SetUp() {
     memset(g_window.joystickFlags, 0, sizeof(g_window.joystickFlags));
     g_window.flashIntensity = 0;
     g_window.fov = 45;
+    savedJoystick = g_readJoystick;
     g_readJoystick = nullptr;
+    // A level's start leaves these to the first tick; a test that ended on a belt must not leak.
+    onConveyor = 0;
     g_debug = 0;
     paused = 0;
     pauseAngle = 0;
@@ -80,6 +87,13 @@ void GameFixture::TearDown() {
     closingLocation.Clear();
     lampModel.Clear();
     strcpy(g_resources.dataDirectory, "data");
+    g_readJoystick = savedJoystick;
+    // The rules stop the music (a death, the closing scene): without a sound device that leaves
+    // streams with no source behind, which a later test's music would be started in.
+    for (MusicStream*& stream : g_music.streams) {
+        delete stream;
+        stream = nullptr;
+    }
 }
 
 LocationPiece* GameFixture::AddPiece(const char* name, const char* texture, float x0, float y0, float z0,

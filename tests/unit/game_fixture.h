@@ -14,6 +14,7 @@ struct LocationEntity;
 struct LocationPiece;
 class GameObject;
 class TextBatch;
+struct SysJoystickState;
 
 namespace test {
 
@@ -45,6 +46,7 @@ protected:
     static bool EntryReads(const TextBatch& batch, int entry, const char* text);
 
     std::string dataDir;
+    int (*savedJoystick)(SysJoystickState*) = nullptr;
 };
 
 }  // namespace test

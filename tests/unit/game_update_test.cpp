@@ -73,16 +73,6 @@ TEST_F(GameUpdateTest, PausingTwiceResumesExactlyWhereItStoppedWhileTheCameraCir
     EXPECT_NEAR(air, airBefore - 0.0286f, 1e-4);
 }
 
-TEST_F(GameUpdateTest, TheFlashFadesByATenthPerTickEvenWhilePaused) {
-    Floor();
-    AddEntity("player", 100, 0, 0);
-    StartLevel();
-    EXPECT_FLOAT_EQ(g_window.flashIntensity, 1.0f);
-    Key('P', 1);
-    Tick(3);
-    EXPECT_NEAR(g_window.flashIntensity, 0.7f, 1e-5);
-}
-
 TEST_F(GameUpdateTest, TheFollowCameraStands505OutOnThePlayersBearing) {
     Floor();
     AddEntity("player", 300, 40, 0, 0);
@@ -105,22 +95,6 @@ TEST_F(GameUpdateTest, TheFollowCameraStands505OutOnThePlayersBearing) {
     EXPECT_FLOAT_EQ(g_camera.position.z, 500.0f);
     ExpectLooksAt(10, 0, 10);
     EXPECT_FLOAT_EQ(g_window.fov, 45.0f);
-}
-
-TEST_F(GameUpdateTest, ALevelWithoutAPlayerDrainsNoAirButItsEnemiesPatrol) {
-    Floor();
-    AddEntity("enemy01", 0, 0, 0);
-    AddEntity("enemy01_route00", 0, 0, 0);
-    AddEntity("enemy01_route01", 100, 0, 0);
-    StartLevel();
-    EXPECT_EQ(player, nullptr);
-    Tick(10);
-    EXPECT_FLOAT_EQ(air, 100.0f);
-    EXPECT_FLOAT_EQ(g_camera.position.x, 5.6f);
-    EXPECT_FLOAT_EQ(g_camera.position.y, 206.2f);
-    EXPECT_FLOAT_EQ(g_camera.position.z, 1080.9f);
-    // The first tick finds it on point 00 and takes point 01; nine steps follow.
-    EXPECT_NEAR(Find("enemy01")->position[0], 17.1f, 1e-3);
 }
 
 TEST_F(GameUpdateTest, EnemiesWalkTheirRouteFacingTheirWayAndSkipBeyondAMissingPoint) {
@@ -162,17 +136,6 @@ TEST_F(GameUpdateTest, EnemiesWalkTheirRouteFacingTheirWayAndSkipBeyondAMissingP
     EXPECT_GE(snapped, 1);
     EXPECT_EQ(back, 1);
     EXPECT_EQ(lives, 3);
-}
-
-TEST_F(GameUpdateTest, HeadingsInTheXYPlane) {
-    const float p[3] = {0, 0, 0};
-    const float east[3] = {10, 0, 0}, west[3] = {-10, 0, 0}, north[3] = {0, 0, 10};
-    const float up[3] = {0, 10, 0}, down[3] = {0, -10, 0};
-    EXPECT_NEAR(Heading(p, east), 90.0f, 1e-3);
-    EXPECT_NEAR(Heading(p, west), 270.0f, 1e-3);
-    EXPECT_NEAR(Heading(p, north), 180.0f, 1e-3) << "a leg along z only";
-    EXPECT_NEAR(Heading(p, up), 0.0f, 1e-3);
-    EXPECT_NEAR(Heading(p, down), 180.0f, 1e-3);
 }
 
 TEST_F(GameUpdateTest, AnEnemyWithoutRouteStandsAnimatesAndKills) {

@@ -35,9 +35,7 @@ TEST_F(HazardsTest, KeysScoreAndTheLastOneRaisesEveryDoorOver80Ticks) {
     EXPECT_EQ(objects[key1Slot], nullptr);
     EXPECT_EQ(g_collision.slots[key1Slot], nullptr);
     EXPECT_EQ(score, 100u);
-    EXPECT_EQ(highScore, 100u);
     EXPECT_TRUE(EntryReads(g_scoreText, 1, "score:00100"));
-    EXPECT_TRUE(EntryReads(g_scoreText, 0, "High-score:00100"));
     EXPECT_EQ(Find("exit01")->link, 0) << "a key is left";
     player->position[0] = 200;
     Tick();
@@ -57,35 +55,65 @@ TEST_F(HazardsTest, KeysScoreAndTheLastOneRaisesEveryDoorOver80Ticks) {
     EXPECT_FLOAT_EQ(doors[0]->position[1], 80.0f);
 }
 
-TEST_F(HazardsTest, ADoorPushesThePlayerOutAndStopsItsVelocityOnThatAxis) {
-    Floor();
-    AddEntity("player", 0, 0, 0, 0);
-    AddEntity("exit01", 0, 0, 40);  // spans z 35 to 45
-    StartLevel();
-    Key(0x26, 1);  // up: walk +z into the door
-    Tick(30);
-    EXPECT_LE(player->position[2], 35.0f - 7.0f + 2.25f + 1e-3);
-    EXPECT_GT(player->position[2], 20.0f);
-    EXPECT_EQ(lives, 3);
+// A raised door (its box from 80 to 160) meets the head of a running jump: the push stops the
+// jump's way along the push's axis, so the player drops in front of the door rather than
+// sailing on under it once the head is below the door's edge.
+TEST_F(HazardsTest, ADoorStopsAJumpAlongItsPushAxis) {
+    const struct {
+        float yaw, doorX, doorZ;
+        int axis;
+    } cases[] = {{0, 0, 100, 2}, {90, 115, 0, 0}};  // the face met is at 95 either way
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.axis);
+        g_location.Clear();
+        Floor();
+        float start[3] = {0, 0, 0};
+        start[c.axis] = 48;
+        AddEntity("player", start[0], 0, start[2], c.yaw);
+        AddEntity("key01", start[0], 0, start[2]);
+        AddEntity("exit01", c.doorX, 0, c.doorZ);
+        StartLevel();
+        Tick(81);
+        ASSERT_FLOAT_EQ(Find("exit01")->position[1], 80.0f);
+        Key(0x26, 1);
+        Key(0x20, 1);
+        Tick();
+        Key(0x26, 0);
+        for (int t = 0; t < 100 && !onGround; t++) {
+            Tick();
+        }
+        ASSERT_EQ(onGround, 1);
+        EXPECT_NEAR(player->position[c.axis], 95.0f - 7.0f, 1e-3);
+        EXPECT_NEAR(player->position[2 - c.axis], 0.0f, 1e-3);
+    }
 }
 
-TEST_F(HazardsTest, SpikesAndEnemiesKillAndTheRestartRebuildsEverything) {
+// A door's top holds the player up but is no ground: no jump from it.
+TEST_F(HazardsTest, ADoorsTopIsNoGround) {
+    AddEntity("player", 0, 80, 0);
+    AddEntity("exit01", 0, 0, 0);
+    StartLevel();
+    Tick();
+    Key(0x20, 1);
+    for (int t = 0; t < 10; t++) {
+        Tick();
+        EXPECT_EQ(onGround, 0) << "tick " << t;
+        EXPECT_LE(player->position[1], 80.0f + 1e-3) << "tick " << t;
+    }
+}
+
+TEST_F(HazardsTest, SpikesKillAndTheRestartPutsThePlayerBackWithFullAirAndItsPoints) {
     Floor();
     AddEntity("player", 0, 0, 0);
-    AddEntity("key01", 200, 0, 0);
     AddEntity("spikes_left", 0, 0, 100);
     StartLevel();
-    player->position[0] = 200;
-    Tick();
-    EXPECT_EQ(Find("key01"), nullptr);
-    player->position[0] = 0;
+    score = 100;
     player->position[2] = 100;
     air = 50;
     Tick();
     EXPECT_EQ(lives, 2);
     ASSERT_NE(player, nullptr);
     EXPECT_FLOAT_EQ(player->position[2], 0.0f);
-    EXPECT_NE(Find("key01"), nullptr) << "the key is back after the restart";
     EXPECT_FLOAT_EQ(air, 100.0f);
     EXPECT_EQ(score, 100u) << "points stay";
     EXPECT_EQ(g_scene, SceneGame);
@@ -215,14 +243,8 @@ TEST_F(HazardsTest, ScoresPrintAtLeastFiveDigitsAndTheLevelStartSpellsScoreWithA
     EXPECT_EQ(highScore, 223556u);
 }
 
-}  // namespace
-
-namespace {
-
-class DoorsWithoutKeysTest : public test::GameFixture {};
-
-TEST_F(DoorsWithoutKeysTest, NoKeyNeverOpensTheDoorButTheDebugKeyODoes) {
-    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+TEST_F(HazardsTest, NoKeyNeverOpensTheDoor) {
+    Floor();
     AddEntity("player", 0, 0, 0);
     AddEntity("exit01", 0, 0, -300);
     StartLevel();
@@ -230,15 +252,10 @@ TEST_F(DoorsWithoutKeysTest, NoKeyNeverOpensTheDoorButTheDebugKeyODoes) {
     GameObject* door = Find("exit01");
     EXPECT_EQ(door->link, 0);
     EXPECT_FLOAT_EQ(door->position[1], 0.0f);
-    g_debug = 1;
-    Key('O', 1);
-    Tick();
-    EXPECT_EQ(door->link, 79);
-    EXPECT_FLOAT_EQ(door->position[1], 1.0f);
 }
 
-TEST_F(DoorsWithoutKeysTest, ARaisedDoorAndTakenKeysComeBackAfterADeath) {
-    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+TEST_F(HazardsTest, ARaisedDoorAndTakenKeysComeBackAfterADeath) {
+    Floor();
     AddEntity("player", 0, 0, 0);
     AddEntity("key01", 0, 0, 0);
     AddEntity("exit01", 0, 0, -300);

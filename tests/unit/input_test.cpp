@@ -22,9 +22,7 @@ enum {
     kReturn = 40,
     kEscape = 41,
     kSpace = 44,
-    kLeftBracket = 47,
     kBackslash = 49,
-    kSemicolon = 51,
     kApostrophe = 52,
     kGrave = 53,
     kF1 = 58,
@@ -37,68 +35,18 @@ enum {
     kRCtrl = 228
 };
 
-TEST(KeyTranslation, LettersDigitsAndNamedKeys) {
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kA, 0), 'A');
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kZ, 0), 'Z');
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(k1, 0), '1');
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(k0, 0), '0');
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kSpace, 0), VK_SPACE);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kReturn, 0), VK_RETURN);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kKeypadEnter, 0), VK_RETURN);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kEscape, 0), VK_ESCAPE);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kLeft, 0), VK_LEFT);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kRight, 0), VK_RIGHT);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kUp, 0), VK_UP);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kF1, 0), VK_F1);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kF10, 0), VK_F10);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kLAlt, 0), VK_MENU);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kRCtrl, 0), VK_CONTROL);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(0, 0), 0);
-}
-
-TEST(KeyTranslation, TheConsoleKeyDependsOnTheLayout) {
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kGrave, 0), VK_OEM_3);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kGrave, 1), VK_OEM_8);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kApostrophe, 0), VK_OEM_7);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kApostrophe, 1), VK_OEM_3);
-    EXPECT_EQ(Sys_VirtualKeyFromScancode(kBackslash, 1), VK_OEM_7);
-}
-
-int UsKeymap(int scancode) {
-    if (scancode >= kA && scancode <= kZ) {
-        return 'a' + scancode - kA;
+TEST(KeyTranslation, ScancodesGiveTheGamesKeysAndTheConsoleKeyDependsOnTheLayout) {
+    const struct {
+        int scancode, uk, vk;
+    } cases[] = {{kA, 0, 'A'},          {kZ, 0, 'Z'},         {k1, 0, '1'},          {k0, 0, '0'},
+                 {kSpace, 0, VK_SPACE}, {kReturn, 0, VK_RETURN}, {kKeypadEnter, 0, VK_RETURN},
+                 {kEscape, 0, VK_ESCAPE}, {kLeft, 0, VK_LEFT}, {kRight, 0, VK_RIGHT}, {kUp, 0, VK_UP},
+                 {kF1, 0, VK_F1},       {kF10, 0, VK_F10},    {kLAlt, 0, VK_MENU},   {kRCtrl, 0, VK_CONTROL},
+                 {0, 0, 0},             {kGrave, 0, VK_OEM_3}, {kGrave, 1, VK_OEM_8}, {kApostrophe, 0, VK_OEM_7},
+                 {kApostrophe, 1, VK_OEM_3}, {kBackslash, 1, VK_OEM_7}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(Sys_VirtualKeyFromScancode(c.scancode, c.uk), c.vk) << c.scancode << " uk " << c.uk;
     }
-    switch (scancode) {
-        case kBackslash:
-            return '\\';
-        case kSemicolon:
-            return ';';
-        case kLeftBracket:
-            return '[';
-        case kApostrophe:
-            return '\'';
-    }
-    return 0;
-}
-
-int UkKeymap(int scancode) {
-    return scancode == kBackslash ? '#' : UsKeymap(scancode);
-}
-
-int GermanKeymap(int scancode) {
-    if (scancode == kZ) {
-        return 'y';
-    }
-    if (scancode == kApostrophe) {
-        return 0;  // a-umlaut
-    }
-    return UkKeymap(scancode);
-}
-
-TEST(KeyboardLayout, DecidedFromTheKeymap) {
-    EXPECT_EQ(Sys_KeymapIsUK(UsKeymap), 0);
-    EXPECT_EQ(Sys_KeymapIsUK(UkKeymap), 1);
-    EXPECT_EQ(Sys_KeymapIsUK(GermanKeymap), 0);
 }
 
 class WindowInput : public ::testing::Test {
@@ -127,26 +75,6 @@ protected:
     GlWindow* saved;
 };
 
-TEST_F(WindowInput, KeysFollowKeyDownAndUp) {
-    Send(WM_KEYDOWN, VK_SPACE, 0);
-    EXPECT_EQ(g_window.keys[VK_SPACE], 1);
-    g_window.keys[VK_SPACE] = 0;          // a consumer took the press
-    Send(WM_KEYDOWN, VK_SPACE, 1 << 30);  // auto-repeat sets it again
-    EXPECT_EQ(g_window.keys[VK_SPACE], 1);
-    Send(WM_KEYUP, VK_SPACE, 0);
-    EXPECT_EQ(g_window.keys[VK_SPACE], 0);
-    Send(WM_SYSKEYDOWN, VK_F10, 0);
-    Send(WM_SYSKEYDOWN, VK_MENU, 0);
-    EXPECT_EQ(g_window.keys[VK_F10], 0);
-    EXPECT_EQ(g_window.keys[VK_MENU], 0);
-}
-
-TEST_F(WindowInput, NothingHappensWithoutAnActiveWindow) {
-    g_activeWindow = nullptr;
-    Send(WM_KEYDOWN, 'A', 0);
-    EXPECT_EQ(g_window.keys['A'], 0);
-}
-
 TEST_F(WindowInput, MouseIsScaledToTheVirtualScreen) {
     Send(WM_MOUSEMOVE, 0, Sys_MakeLParam(100, 150));
     EXPECT_FLOAT_EQ(g_window.mouse2D[0], 200.0f);
@@ -159,18 +87,13 @@ TEST_F(WindowInput, MouseIsScaledToTheVirtualScreen) {
 }
 
 TEST_F(WindowInput, MoveButtonCodeComparesTheWholeFlagWord) {
-    Send(WM_MOUSEMOVE, MK_LBUTTON, 0);
-    EXPECT_EQ(g_window.mouseButtons, 1);
-    Send(WM_MOUSEMOVE, MK_MBUTTON, 0);
-    EXPECT_EQ(g_window.mouseButtons, 4);
-    Send(WM_MOUSEMOVE, MK_RBUTTON, 0);
-    EXPECT_EQ(g_window.mouseButtons, 2);
-    Send(WM_MOUSEMOVE, MK_LBUTTON | MK_SHIFT, 0);
-    EXPECT_EQ(g_window.mouseButtons, 0);
-    Send(WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, 0);
-    EXPECT_EQ(g_window.mouseButtons, 0);
-    Send(WM_MOUSEMOVE, MK_RBUTTON | MK_CONTROL, 0);
-    EXPECT_EQ(g_window.mouseButtons, 0);
+    const uintptr_t flags[] = {MK_LBUTTON, MK_MBUTTON, MK_RBUTTON, MK_LBUTTON | MK_SHIFT, MK_LBUTTON | MK_RBUTTON,
+                               MK_RBUTTON | MK_CONTROL};
+    const int buttons[] = {1, 4, 2, 0, 0, 0};
+    for (int i = 0; i < 6; i++) {
+        Send(WM_MOUSEMOVE, flags[i], 0);
+        EXPECT_EQ(g_window.mouseButtons, buttons[i]) << flags[i];
+    }
 }
 
 TEST_F(WindowInput, WheelChangesTheFieldOfView) {
@@ -205,16 +128,6 @@ TEST_F(WindowInput, ActivateAndCloseMessages) {
     EXPECT_EQ(message.message, static_cast<unsigned>(WM_QUIT));
 }
 
-TEST_F(WindowInput, PaintPresentsTheScene) {
-    static int drawn;
-    drawn = 0;
-    g_window.sceneDraw = [] { drawn++; };
-    uint32_t frames = g_window.framesDrawn;
-    Send(WM_PAINT, 0, 0);
-    EXPECT_EQ(drawn, 1);
-    EXPECT_EQ(g_window.framesDrawn, frames + 1);
-}
-
 class MouseDrag : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -238,13 +151,8 @@ TEST_F(MouseDrag, RightDragLooksAroundAndWrapsYaw) {
     MouseCamera();
     EXPECT_FLOAT_EQ(g_camera.yaw, 10.0f);  // 350 + 20, wrapped
     EXPECT_FLOAT_EQ(g_camera.pitch, 2.0f);
-    EXPECT_EQ(g_dragState, 2);
-    EXPECT_EQ(g_dragMoved, 1);
-    EXPECT_FLOAT_EQ(g_lastMouse[0], 300.0f);
-    g_window.mouseButtons = 0;
     MouseCamera();
-    EXPECT_EQ(g_dragState, 0);
-    EXPECT_EQ(g_dragMoved, 0);
+    EXPECT_FLOAT_EQ(g_camera.yaw, 10.0f) << "the mouse has not moved since";
 }
 
 TEST_F(MouseDrag, HugeYawDoesNotStallTheTick) {
@@ -260,27 +168,10 @@ TEST_F(MouseDrag, LeftDragFliesAndMiddleDragRises) {
     g_window.mouse2D[1] = 280.0f;  // 20 up: forward by 10
     MouseCamera();
     EXPECT_NEAR(g_camera.position.z, 10.0f, 1e-4f);
-    EXPECT_EQ(g_dragState, 1);
     g_window.mouseButtons = 4;
     g_window.mouse2D[1] = 320.0f;  // 40 down: MoveUp(10) sinks toward -y
     MouseCamera();
     EXPECT_NEAR(g_camera.position.y, -10.0f, 1e-4f);
-    EXPECT_EQ(g_dragState, 4);
-}
-
-TEST_F(MouseDrag, ClickWithoutMovementEndsTheDrag) {
-    g_dragState = 1;
-    g_dragMoved = 0;
-    g_window.mouseButtons = 1;
-    EndClick();
-    EXPECT_EQ(g_dragState, 1);  // still held
-    g_window.mouseButtons = 0;
-    EndClick();
-    EXPECT_EQ(g_dragState, 0);
-    g_dragState = 1;
-    g_dragMoved = 1;
-    EndClick();
-    EXPECT_EQ(g_dragState, 1);  // a drag, not a click: the camera hook ends it
 }
 
 }  // namespace

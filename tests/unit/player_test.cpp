@@ -16,6 +16,7 @@
 #include "game_fixture.h"
 #include "platform/sys_joystick.h"
 #include "platform/sys_keys.h"
+#include "resources/location.h"
 
 namespace {
 
@@ -67,18 +68,14 @@ TEST_F(PlayerTest, AFastRiseLeavesTwoFlameParticlesPerTick) {
     FloorLevel(0, 0, 0);
     Tick();
     Key(VK_SPACE, 1);
-    Tick();
-    int live = 0;
-    for (const Particle& p : particles) {
-        live += p.active;
+    for (int live : {2, 4}) {
+        Tick();
+        int n = 0;
+        for (const Particle& p : particles) {
+            n += p.active;
+        }
+        EXPECT_EQ(n, live);
     }
-    EXPECT_EQ(live, 2);
-    Tick();
-    live = 0;
-    for (const Particle& p : particles) {
-        live += p.active;
-    }
-    EXPECT_EQ(live, 4);
 }
 
 TEST_F(PlayerTest, WalkingMovesTwoAndAQuarterAlongTheYawAndTurningIsFourAndAHalf) {
@@ -130,20 +127,14 @@ TEST_F(PlayerTest, WalkingOffALedgeDropsStraightDown) {
     EXPECT_GT(airborneX, 50.0f + 7.0f - 2.25f) << "off the ledge only once the narrowed box has left it";
 }
 
-TEST_F(PlayerTest, AFallBelow80LandsFrom80To90SinksAndBeyond90Kills) {
+TEST_F(PlayerTest, AFallBelow80LandsAFallOf81NeitherLandsNorKillsAndTheNextContactPast90Kills) {
     // From 75 the floor is met after a drop of 75.6: a landing.
-    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
-    AddEntity("player", 0, 75, 0);
-    StartLevel();
+    FloorLevel(0, 0, 0);
+    player->position[1] = lastGround[1] = 75;
     Tick(28);
     EXPECT_EQ(onGround, 1);
-    EXPECT_EQ(lives, 3);
     EXPECT_NEAR(player->position[1], 0.0f, 1e-3);
-}
-
-TEST_F(PlayerTest, AFallOf81NeitherLandsNorKillsAndTheNextContactPast90Kills) {
-    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
-    AddEntity("player", 0, 80, 0);
+    g_location.entities[0]->position[1] = 80;
     StartLevel();
     // Heights after n ticks are 80 - 0.1 n (n - 1): tick 29 meets the floor 81.2 below the start.
     Tick(29);
@@ -255,57 +246,91 @@ TEST_F(PlayerTest, JumpProbeLandsOnAPieceOrReturnsTheStartWhenItNeverLands) {
     EXPECT_FLOAT_EQ(box.offset[2], player->position[2]) << "the probe puts the box back";
 }
 
+// A deep floor 85 (or 82) below the take-off, one small block 117 out along a chosen yaw, and
+// the last ground 15 below the take-off, so that the probe lands on the deep floor: an unsafe
+// drop for the assist, which tries yaws from 30 below the heading to just under 30 above.
 TEST_F(PlayerTest, TheJumpAssistTurnsToTheFirstYawWithASafeLanding) {
-    // A deep floor everywhere, 85 below the take-off, and one small block 20 below it on the
-    // line of yaw + 10, 117 units out. The last ground was 15 below the take-off, so the deep
-    // floor counts as a landing for the probe but as an unsafe drop for the assist.
-    AddPiece("deep", "textures\\01\\rock.tga", -600, -200, -600, 600, -85, 600);
-    AddPiece("start", "textures\\01\\rock.tga", -8, -10, -8, 8, 0, 8);
-    float bx = 117.0f * sinf(10 * kDegToRad), bz = 117.0f * cosf(10 * kDegToRad);
-    AddPiece("block", "textures\\01\\rock.tga", bx - 2, -30, bz - 2, bx + 2, -20, bz + 2);
-    AddEntity("player", 0, 0, 0, 0);
-    StartLevel();
-    Tick();
-    lastGround[1] = -15.0f;
-    float straight[3];
-    JumpProbe(player->position, 0, straight);
-    ASSERT_LT(straight[1], -85.0f) << "the straight jump lands on the deep floor";
-    onGround = 1;
-    player->velocity[2] = 2.25f;  // running
-    Key(VK_UP, 1);
-    Key(VK_SPACE, 1);
-    ReadPlayerInput();
-    EXPECT_FLOAT_EQ(player->rotation[1], 10.0f);
-    EXPECT_NEAR(player->velocity[0], 2.25f * sinf(10 * kDegToRad), 1e-4);
-    EXPECT_NEAR(player->velocity[2], 2.25f * cosf(10 * kDegToRad), 1e-4);
-    EXPECT_EQ(player->state, 2);
+    const struct {
+        float blockYaw, deepTop, turnedTo;
+    } cases[] = {{10, -85, 10}, {-30, -85, -30}, {30, -85, 0}, {10, -82, 10}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.blockYaw);
+        g_location.Clear();
+        AddPiece("deep", "textures\\01\\rock.tga", -600, -200, -600, 600, c.deepTop, 600);
+        AddPiece("start", "textures\\01\\rock.tga", -8, -10, -8, 8, 0, 8);
+        float bx = 117.0f * sinf(c.blockYaw * kDegToRad), bz = 117.0f * cosf(c.blockYaw * kDegToRad);
+        AddPiece("block", "textures\\01\\rock.tga", bx - 2, -30, bz - 2, bx + 2, -20, bz + 2);
+        AddEntity("player", 0, 0, 0, 0);
+        StartLevel();
+        Tick();
+        lastGround[1] = -15.0f;
+        onGround = 1;
+        player->velocity[2] = 2.25f;  // running
+        Key(VK_UP, 1);
+        Key(VK_SPACE, 1);
+        ReadPlayerInput();
+        EXPECT_FLOAT_EQ(player->rotation[1], c.turnedTo);
+        EXPECT_NEAR(player->velocity[0], 2.25f * sinf(c.turnedTo * kDegToRad), 1e-4);
+        EXPECT_NEAR(player->velocity[2], 2.25f * cosf(c.turnedTo * kDegToRad), 1e-4);
+        EXPECT_EQ(player->state, 2);
+    }
 }
 
-TEST_F(PlayerTest, TheStickWalksRelativeToTheCameraAndACentredStickDoesNothing) {
-    FloorLevel(0, 0, 0);
-    Tick();
+// The stick walks the player toward the stick's direction relative to the camera, on the
+// ground and off the belt only; centred, it does nothing and lets go of the up key it held.
+TEST_F(PlayerTest, TheStickTurnsThePlayerRelativeToTheCameraOnlyOnPlainGround) {
     static SysJoystickState stick;
     g_readJoystick = [](SysJoystickState* out) {
         *out = stick;
         return 1;
     };
-    stick.x = 32767;  // (32767 / 65535 - 0.5) * 2 is within the dead zone
-    stick.y = 32767;
-    float yaw = player->rotation[1];
+    const unsigned kLow = 0, kMid = 32767, kHigh = 65535;
+    const struct {
+        unsigned x, y;
+        float turn;  // how far the player ends up left of the camera's yaw
+    } cases[] = {{kHigh, kMid, 90},   {kMid, kHigh, 180}, {kLow, kMid, 270}, {kMid, kLow, 0},
+                 {kHigh, kHigh, 135}, {kLow, kHigh, 225}, {kLow, kLow, 315}, {kHigh, kLow, 45}};
+    FloorLevel(0, 0, 0);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.turn);
+        stick.x = kMid;  // (32767 / 65535 - 0.5) * 2 is within the dead zone
+        stick.y = kMid;
+        player->rotation[1] = 7;
+        Tick();
+        EXPECT_EQ(g_window.keys[VK_UP], 0);
+        EXPECT_FLOAT_EQ(player->rotation[1], 7.0f);
+        stick.x = c.x;
+        stick.y = c.y;
+        float cameraYaw = g_camera.yaw;
+        Tick();
+        EXPECT_EQ(g_window.keys[VK_UP], 1);
+        // Facings a whole turn apart are the same facing.
+        EXPECT_NEAR(remainderf(player->rotation[1] - (cameraYaw - c.turn), 360.0f), 0.0f, 1e-3);
+        EXPECT_EQ(player->state, 1);
+    }
+    // In the air the stick does not turn the player.
+    stick.x = kMid;
+    stick.y = kMid;
     Tick();
-    EXPECT_EQ(g_window.keys[VK_UP], 0);
-    EXPECT_FLOAT_EQ(player->rotation[1], yaw);
-    // Full right: a = 90, the player faces the camera's yaw minus 90 and walks.
-    stick.x = 65535;
-    float cameraYaw = g_camera.yaw;
+    player->rotation[1] = 7;
+    Key(VK_SPACE, 1);
+    Tick(2);
+    ASSERT_EQ(onGround, 0);
+    stick.x = kHigh;
+    Tick(3);
+    EXPECT_FLOAT_EQ(player->rotation[1], 7.0f);
+    // Nor on a conveyor: the belt turns the player back along it at every landing, but a
+    // jump leaves the belt with the facing the take-off had.
+    g_location.Clear();
+    AddPiece("belt", "textures\\01\\conveyer.tga", -100, -10, -400, 100, 0, 400);
+    AddEntity("player", 0, 0, 0, 0);
+    StartLevel();
+    Tick(2);
+    ASSERT_EQ(onConveyor, 1);
+    Key(VK_SPACE, 1);
     Tick();
-    EXPECT_EQ(g_window.keys[VK_UP], 1);
-    EXPECT_NEAR(player->rotation[1], cameraYaw - 90.0f, 1e-3);
-    EXPECT_EQ(player->state, 1);
-    // Back to the centre: the stick lets go of the up key it held.
-    stick.x = 32767;
-    Tick();
-    EXPECT_EQ(g_window.keys[VK_UP], 0);
+    ASSERT_EQ(onGround, 0);
+    EXPECT_FLOAT_EQ(player->rotation[1], 180.0f);
     g_readJoystick = nullptr;
 }
 
