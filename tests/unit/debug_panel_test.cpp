@@ -42,6 +42,10 @@ protected:
         g_debugTitles.Reset();
         g_loadingText.Reset();
         FillEngineTextBatches();
+        // What the last mode showed: each mode must empty the lines it does not use.
+        for (int i = 0; i < 9; i++) {
+            g_debugValues.SetText(i, "stale");
+        }
         g_debugMode = 0;
         g_window.framesDrawn = 0;
         ticksRun = 0;
