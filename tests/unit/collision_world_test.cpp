@@ -63,16 +63,3 @@ TEST(CollisionShape, TouchingFacesOverlapAndGapsDoNot) {
     EXPECT_EQ(HitBox(a, 10.001f, 0, 0, 20, 10, 10), 0);
     EXPECT_EQ(HitBox(a, 0, -5, 0, 10, -0.001f, 10), 0);
 }
-
-TEST(CollisionShape, OffsetsMoveBothTheShapeAndTheTestedBox) {
-    CollisionShape a;
-    float min[3] = {-1, 0, -1}, max[3] = {1, 2, 1}, offset[3] = {100, 0, 0};
-    a.SetBox(0, min, max, offset);
-    float fmin[3] = {-5, -5, -5}, fmax[3] = {5, 0.5f, 5};
-    EXPECT_EQ(a.TestBox(fmin, fmax, nullptr), 0);
-    float shift[3] = {100, 0, 0};
-    ASSERT_EQ(a.TestBox(fmin, fmax, shift), 1);
-    EXPECT_EQ(a.side, 5);
-    EXPECT_FLOAT_EQ(a.push[1], 0.5f);
-}
-
