@@ -88,7 +88,8 @@ TEST_F(HazardsTest, ADoorStopsAJumpAlongItsPushAxis) {
     }
 }
 
-// A door's top holds the player up but is no ground: no jump from it.
+// A door's top holds the player up but is no ground: no jump from it. With no key in the level
+// the door never rises.
 TEST_F(HazardsTest, ADoorsTopIsNoGround) {
     AddEntity("player", 0, 80, 0);
     AddEntity("exit01", 0, 0, 0);
@@ -100,6 +101,7 @@ TEST_F(HazardsTest, ADoorsTopIsNoGround) {
         EXPECT_EQ(onGround, 0) << "tick " << t;
         EXPECT_LE(player->position[1], 80.0f + 1e-3) << "tick " << t;
     }
+    EXPECT_FLOAT_EQ(Find("exit01")->position[1], 0.0f);
 }
 
 TEST_F(HazardsTest, SpikesKillAndTheRestartPutsThePlayerBackWithFullAirAndItsPoints) {
@@ -116,20 +118,6 @@ TEST_F(HazardsTest, SpikesKillAndTheRestartPutsThePlayerBackWithFullAirAndItsPoi
     EXPECT_FLOAT_EQ(player->position[2], 0.0f);
     EXPECT_FLOAT_EQ(air, 100.0f);
     EXPECT_EQ(score, 100u) << "points stay";
-    EXPECT_EQ(g_scene, SceneGame);
-}
-
-TEST_F(HazardsTest, TheLastLifeLostStartsTheGameOverScene) {
-    Floor();
-    AddEntity("player", 0, 0, 0);
-    AddEntity("enemy01", 0, 0, 0);
-    StartLevel();
-    lives = 1;
-    Tick();
-    EXPECT_EQ(lives, 0);
-    EXPECT_EQ(g_scene, SceneEnd);
-    EXPECT_STREQ(endScenePath, "levels\\end.vlc");
-    EXPECT_EQ(player, nullptr);
 }
 
 TEST_F(HazardsTest, AirRunsOutAfter3497TicksAndKills) {
@@ -241,17 +229,6 @@ TEST_F(HazardsTest, ScoresPrintAtLeastFiveDigitsAndTheLevelStartSpellsScoreWithA
     EXPECT_EQ(highScore, 200000u);
     AddScore(100000);
     EXPECT_EQ(highScore, 223556u);
-}
-
-TEST_F(HazardsTest, NoKeyNeverOpensTheDoor) {
-    Floor();
-    AddEntity("player", 0, 0, 0);
-    AddEntity("exit01", 0, 0, -300);
-    StartLevel();
-    Tick(100);
-    GameObject* door = Find("exit01");
-    EXPECT_EQ(door->link, 0);
-    EXPECT_FLOAT_EQ(door->position[1], 0.0f);
 }
 
 TEST_F(HazardsTest, ARaisedDoorAndTakenKeysComeBackAfterADeath) {
