@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <initializer_list>
 
 #include "app/gl_window.h"
 #include "app/scene_camera.h"
@@ -19,27 +18,7 @@
 
 namespace {
 
-class ClosingSceneTest : public test::GameFixture {
-protected:
-    void SaveEndScene(std::initializer_list<const char*> names) {
-        Location scene;
-        strcpy(scene.name, "The End");
-        for (const char* name : names) {
-            LocationEntity* entity = new LocationEntity;
-            strcpy(entity->name, name);
-            entity->params = strdup("");
-            scene.entities[scene.entityCount++] = entity;
-        }
-        SaveLocation(scene, "end.vlc");
-    }
-    void EnterGameOver() {
-        AddEntity("player", 0, 0, 0);
-        StartLevel();
-        lives = 0;
-        StartLevel();
-        ASSERT_EQ(g_scene, SceneEnd);
-    }
-};
+class ClosingSceneTest : public test::GameFixture {};
 
 TEST_F(ClosingSceneTest, TheFootFallsFor66TicksAndCrushesThePropInThe61stWhileTheDancerLoops) {
     SaveEndScene({"player_prop", "foot", "player_dance"});
@@ -115,7 +94,7 @@ TEST_F(ClosingSceneTest, OnlyEnterAndKeys30To149Leave) {
 }
 
 TEST_F(ClosingSceneTest, TheGameFootDescendsWithoutTheClosingSceneRunning) {
-    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    Floor();
     AddEntity("player", 300, 0, 0);
     AddEntity("foot", 0, 0, 0);
     StartLevel();

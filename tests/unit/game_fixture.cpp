@@ -111,6 +111,10 @@ LocationPiece* GameFixture::AddPiece(const char* name, const char* texture, floa
     return piece;
 }
 
+void GameFixture::Floor(const char* name) {
+    AddPiece(name, "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+}
+
 LocationEntity* GameFixture::AddEntity(const char* name, float x, float y, float z, float yaw) {
     LocationEntity* entity = new LocationEntity;
     strncpy(entity->name, name, sizeof(entity->name) - 1);
@@ -142,6 +146,26 @@ void GameFixture::WriteBoxModel(const char* name, float x0, float y0, float z0, 
 void GameFixture::SaveLocation(const Location& location, const char* name) {
     std::string path = dataDir + "/levels/" + name;
     ASSERT_EQ(location.Save(path.c_str()), 1) << path;
+}
+
+void GameFixture::SaveEndScene(std::initializer_list<const char*> names) {
+    Location scene;
+    strcpy(scene.name, "The End");
+    for (const char* name : names) {
+        LocationEntity* entity = new LocationEntity;
+        strcpy(entity->name, name);
+        entity->params = strdup("");
+        scene.entities[scene.entityCount++] = entity;
+    }
+    SaveLocation(scene, "end.vlc");
+}
+
+void GameFixture::EnterGameOver() {
+    AddEntity("player", 0, 0, 0);
+    StartLevel();
+    lives = 0;
+    StartLevel();
+    ASSERT_EQ(g_scene, SceneEnd);
 }
 
 void GameFixture::StartLevel() {

@@ -24,12 +24,7 @@
 
 namespace {
 
-class GameTickOrderTest : public test::GameFixture {
-protected:
-    void Floor(const char* name = "floor") {
-        AddPiece(name, "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
-    }
-};
+class GameTickOrderTest : public test::GameFixture {};
 
 TEST_F(GameTickOrderTest, AirRunningOutOnTheFinishKillsBeforeTheFinishIsSeen) {
     Floor("finish");

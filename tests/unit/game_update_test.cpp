@@ -21,8 +21,6 @@ namespace {
 
 class GameUpdateTest : public test::GameFixture {
 protected:
-    void Floor() { AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400); }
-
     // The unit vector the camera looks along.
     static void ViewDirection(float* d) {
         float w = g_camera.yaw * kDegToRad, p = g_camera.pitch * kDegToRad;

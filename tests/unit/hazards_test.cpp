@@ -16,10 +16,7 @@
 
 namespace {
 
-class HazardsTest : public test::GameFixture {
-protected:
-    void Floor() { AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400); }
-};
+class HazardsTest : public test::GameFixture {};
 
 TEST_F(HazardsTest, KeysScoreAndTheLastOneRaisesEveryDoorOver80Ticks) {
     Floor();
@@ -133,7 +130,7 @@ TEST_F(HazardsTest, AirRunsOutAfter3497TicksAndKills) {
 }
 
 TEST_F(HazardsTest, TheFinishFlashesBlueAndTheTallyCountsAirIntoPointsThenTheNextLevelLoads) {
-    AddPiece("Finish", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    Floor("Finish");
     AddEntity("player", 0, 0, 0);
     StartLevel();
     g_window.flashIntensity = 0;
@@ -169,7 +166,7 @@ TEST_F(HazardsTest, TheFinishFlashesBlueAndTheTallyCountsAirIntoPointsThenTheNex
 }
 
 TEST_F(HazardsTest, TouchingSpikesDuringTheTallyStillKills) {
-    AddPiece("finish", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    Floor("finish");
     AddEntity("player", 0, 0, 0);
     AddEntity("spikes", 0, 0, 200);
     StartLevel();

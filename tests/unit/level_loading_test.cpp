@@ -81,18 +81,6 @@ TEST_F(LevelLoadingTest, EntityNamesPickTheirKindModelTextureAndBox) {
     EXPECT_FLOAT_EQ(g_camera.position.y, 450.0f);
 }
 
-TEST_F(LevelLoadingTest, AKindWhoseModelIsMissingLeavesAnEmptyObjectThatTakesPartInNothing) {
-    std::remove((dataDir + "/door.vmd").c_str());
-    AddEntity("exit01", 0, 0, 0);
-    AddEntity("key01", 0, 0, 0);
-    StartLevel();
-    ASSERT_NE(objects[0], nullptr);
-    EXPECT_STREQ(objects[0]->type, "");
-    EXPECT_STREQ(objects[0]->name, "");
-    EXPECT_EQ(g_collision.slots[0], nullptr);
-    EXPECT_STREQ(objects[1]->type, "key");
-}
-
 TEST_F(LevelLoadingTest, ANewLevelNumberReadsItsFileAndARestartKeepsTheLocation) {
     Location source;
     strcpy(source.name, "Second Cavern");

@@ -24,7 +24,7 @@ class PlayerTest : public test::GameFixture {
 protected:
     // A wide floor whose top is at height 0 and a player standing on it.
     void FloorLevel(float x, float z, float yaw) {
-        AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+        Floor();
         AddEntity("player", x, 0, z, yaw);
         StartLevel();
         ASSERT_NE(player, nullptr);
@@ -167,7 +167,7 @@ TEST_F(PlayerTest, AConveyorCarriesAlongMinusZFacing180AndOnlyTheBackStepWorks) 
 }
 
 TEST_F(PlayerTest, WallsPushOutAndPlatformTexturedPiecesArePassedThroughFromBelow) {
-    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    Floor();
     AddPiece("wall", "textures\\01\\rock.tga", 30, 0, -100, 60, 100, 100);
     AddPiece("shelf", "textures\\01\\platform.tga", -100, 30, 100, 100, 35, 300);
     AddEntity("player", 0, 0, 0, 90);
@@ -202,7 +202,7 @@ TEST_F(PlayerTest, StandingOnAPlatformObjectSinksItToMinusTenAndABumpLiftsIt) {
 }
 
 TEST_F(PlayerTest, BumpingAPlatformObjectFromBelowLiftsItByTheOverlap) {
-    AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    Floor();
     AddEntity("player", 0, 0, 0);
     AddEntity("platform01", 0, 50, 0);  // its box spans 45 to 50; the head reaches 98.9
     StartLevel();
