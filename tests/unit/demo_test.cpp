@@ -48,26 +48,10 @@ protected:
     }
 
     static Sample Take() {
-        Sample s = {};
-        if (player) {
-            s.x = player->position[0];
-            s.y = player->position[1];
-            s.z = player->position[2];
-            s.yaw = player->rotation[1];
-        }
-        s.air = air;
-        s.score = score;
-        s.lives = lives;
-        s.rand = RandState();
-        return s;
+        const float* p = player ? player->position : kNowhere;
+        return Sample{p[0], p[1], p[2], player ? player->rotation[1] : 0, air, score, lives, RandState()};
     }
-
-    static void ExpectSame(const std::vector<Sample>& a, const std::vector<Sample>& b) {
-        ASSERT_EQ(a.size(), b.size());
-        for (size_t t = 0; t < a.size(); t++) {
-            ASSERT_EQ(memcmp(&a[t], &b[t], sizeof(Sample)), 0) << "tick " << t;
-        }
-    }
+    static constexpr float kNowhere[3] = {0, 0, 0};
 
     static void Collect(const char* line, void* context) {
         static_cast<std::vector<std::string>*>(context)->push_back(line);
@@ -125,7 +109,10 @@ TEST_F(DemoTest, ARecordedGamePlaysBackTickForTickThroughTheKeyTable) {
         GameSceneTick();
         played.push_back(Take());
     }
-    ExpectSame(recorded, played);
+    ASSERT_EQ(recorded.size(), played.size());
+    for (size_t t = 0; t < played.size(); t++) {
+        ASSERT_EQ(memcmp(&recorded[t], &played[t], sizeof(Sample)), 0) << "tick " << t;
+    }
     EXPECT_EQ(g_readJoystick, nullptr) << "the reader is handed back";
 }
 

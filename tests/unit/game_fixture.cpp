@@ -1,5 +1,6 @@
 #include "game_fixture.h"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 
@@ -134,11 +135,7 @@ void GameFixture::WriteBoxModel(const char* name, float x0, float y0, float z0, 
     const float max[3] = {x1, y1, z1};
     ASSERT_EQ(MakeBoxModel(model, min, max, 1.0f), 1);
     std::string path = dataDir + "/" + name;
-    for (char& c : path) {
-        if (c == '\\') {
-            c = '/';
-        }
-    }
+    std::replace(path.begin(), path.end(), '\\', '/');
     std::filesystem::create_directories(path.substr(0, path.rfind('/')));
     ASSERT_EQ(model.Save(path.c_str()), 1) << path;
 }
@@ -201,15 +198,11 @@ void GameFixture::Key(int key, int down) {
 }
 
 bool GameFixture::EntryReads(const TextBatch& batch, int entry, const char* text) {
-    if (entry >= batch.count) {
-        return false;
-    }
     const TextEntry& e = batch.entries[entry];
-    int length = static_cast<int>(strlen(text));
-    if (e.length != length) {
+    if (entry >= batch.count || e.length != static_cast<int>(strlen(text))) {
         return false;
     }
-    for (int i = 0; i < length; i++) {
+    for (int i = 0; text[i]; i++) {
         if (e.glyphs[i] != TextBatch::GlyphIndex(static_cast<unsigned char>(text[i]))) {
             return false;
         }
