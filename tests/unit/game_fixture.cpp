@@ -1,5 +1,6 @@
 #include "game_fixture.h"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 
@@ -111,6 +112,10 @@ LocationPiece* GameFixture::AddPiece(const char* name, const char* texture, floa
     return piece;
 }
 
+void GameFixture::Floor(const char* name) {
+    AddPiece(name, "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+}
+
 LocationEntity* GameFixture::AddEntity(const char* name, float x, float y, float z, float yaw) {
     LocationEntity* entity = new LocationEntity;
     strncpy(entity->name, name, sizeof(entity->name) - 1);
@@ -130,11 +135,7 @@ void GameFixture::WriteBoxModel(const char* name, float x0, float y0, float z0, 
     const float max[3] = {x1, y1, z1};
     ASSERT_EQ(MakeBoxModel(model, min, max, 1.0f), 1);
     std::string path = dataDir + "/" + name;
-    for (char& c : path) {
-        if (c == '\\') {
-            c = '/';
-        }
-    }
+    std::replace(path.begin(), path.end(), '\\', '/');
     std::filesystem::create_directories(path.substr(0, path.rfind('/')));
     ASSERT_EQ(model.Save(path.c_str()), 1) << path;
 }
@@ -142,6 +143,26 @@ void GameFixture::WriteBoxModel(const char* name, float x0, float y0, float z0, 
 void GameFixture::SaveLocation(const Location& location, const char* name) {
     std::string path = dataDir + "/levels/" + name;
     ASSERT_EQ(location.Save(path.c_str()), 1) << path;
+}
+
+void GameFixture::SaveEndScene(std::initializer_list<const char*> names) {
+    Location scene;
+    strcpy(scene.name, "The End");
+    for (const char* name : names) {
+        LocationEntity* entity = new LocationEntity;
+        strcpy(entity->name, name);
+        entity->params = strdup("");
+        scene.entities[scene.entityCount++] = entity;
+    }
+    SaveLocation(scene, "end.vlc");
+}
+
+void GameFixture::EnterGameOver() {
+    AddEntity("player", 0, 0, 0);
+    StartLevel();
+    lives = 0;
+    StartLevel();
+    ASSERT_EQ(g_scene, SceneEnd);
 }
 
 void GameFixture::StartLevel() {
@@ -177,15 +198,11 @@ void GameFixture::Key(int key, int down) {
 }
 
 bool GameFixture::EntryReads(const TextBatch& batch, int entry, const char* text) {
-    if (entry >= batch.count) {
-        return false;
-    }
     const TextEntry& e = batch.entries[entry];
-    int length = static_cast<int>(strlen(text));
-    if (e.length != length) {
+    if (entry >= batch.count || e.length != static_cast<int>(strlen(text))) {
         return false;
     }
-    for (int i = 0; i < length; i++) {
+    for (int i = 0; text[i]; i++) {
         if (e.glyphs[i] != TextBatch::GlyphIndex(static_cast<unsigned char>(text[i]))) {
             return false;
         }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
 
 class Location;
@@ -26,12 +27,18 @@ protected:
     // A solid piece (modelFlag 0x40) whose box runs from min to max.
     LocationPiece* AddPiece(const char* name, const char* texture, float x0, float y0, float z0, float x1,
                             float y1, float z1);
+    // A wide solid floor whose top is at height 0.
+    void Floor(const char* name = "floor");
     // A named entity at a position, facing yaw.
     LocationEntity* AddEntity(const char* name, float x, float y, float z, float yaw = 0);
     // A box model file under the scratch data directory.
     void WriteBoxModel(const char* name, float x0, float y0, float z0, float x1, float y1, float z1);
     // Saves the level being built as data/levels/NN.vlc (or another name).
     void SaveLocation(const Location& location, const char* name);
+    // Saves a closing scene, levels/end.vlc, holding the named entities.
+    void SaveEndScene(std::initializer_list<const char*> names);
+    // A level with a player whose last life is lost: the game-over scene starts.
+    void EnterGameOver();
     // Builds the level's objects as a restart of the loaded level does.
     void StartLevel();
     // Runs UpdateGame n times.

@@ -42,7 +42,7 @@ protected:
         }
         Heard(0);
         Heard(1);
-        AddPiece("floor", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+        Floor();
     }
     void TearDown() override {
         for (int source = 0; source < 2; source++) {
@@ -148,7 +148,7 @@ TEST_F(GameSoundsTest, FootstepsSoundOnlyInTheirStretchesOfTheRunningAnimation) 
 
 TEST_F(GameSoundsTest, TheTallyBlipsEveryFourthTickAtTheCameraPitchedByTheAirLeft) {
     g_location.Clear();
-    AddPiece("finish", "textures\\01\\rock.tga", -400, -100, -400, 400, 0, 400);
+    Floor("finish");
     AddEntity("player", 100, 0, 100);
     StartLevel();
     Tick();
@@ -170,19 +170,8 @@ TEST_F(GameSoundsTest, TheTallyBlipsEveryFourthTickAtTheCameraPitchedByTheAirLef
 }
 
 TEST_F(GameSoundsTest, TheClosingFootStampsOnSourceZeroAndSplatsOnSourceOne) {
-    Location scene;
-    for (const char* name : {"player_prop", "foot"}) {
-        LocationEntity* entity = new LocationEntity;
-        strcpy(entity->name, name);
-        entity->params = strdup("");
-        scene.entities[scene.entityCount++] = entity;
-    }
-    SaveLocation(scene, "end.vlc");
-    AddEntity("player", 0, 0, 0);
-    StartLevel();
-    lives = 0;
-    StartLevel();
-    ASSERT_EQ(g_scene, SceneEnd);
+    SaveEndScene({"player_prop", "foot"});
+    EnterGameOver();
     EXPECT_EQ(Heard(0), SoundFoot);
     int splats = 0;
     for (int t = 1; t <= 66; t++) {
