@@ -133,16 +133,26 @@ TEST_F(MusicPlayerTest, ASourceThatRanDryIsRestartedByTheNextRefill) {
     EXPECT_EQ(SourceInt(s->alSource, AL_BUFFERS_PROCESSED), 0);
 }
 
-TEST(MusicPlayerClosed, NoDeviceNoMusic) {
+TEST(MusicPlayerClosed, NoDeviceNoMusicUntilOneOpens) {
     test::KeepCurrentContext keep;
     alcMakeContextCurrent(nullptr);  // as before any device opened
     ResourceManager resources;
     std::string data = test::ScratchDir("music_closed");
     test::WriteResource(data, "sound\\a.ogg", EncodeTone(8000, 1, 8000, 440.0));
     snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+    SoundSystem sound;  // opened later; closes after the player has let go of its streams
     MusicPlayer music;
     music.resources = &resources;
     EXPECT_EQ(music.PlayMusic("sound\\a.ogg"), 0);
+    music.StopMusic();
+    music.StopMusic();
+    music.Update();
+    // A device opened later plays, whatever was stopped before it.
+    ASSERT_TRUE(sound.Init());
+    for (int i = 0; i < 2; i++) {
+        ASSERT_EQ(music.PlayMusic("sound\\a.ogg"), 1);
+        EXPECT_TRUE(music.streams[music.current]->SourcePlaying()) << i;
+    }
     music.StopMusic();
     music.Update();
 }
