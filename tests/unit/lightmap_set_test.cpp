@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -96,45 +97,26 @@ TEST(LightmapBlock, BadBlocksAreRefusedAndLeaveTheSetEmpty) {
     refused(dup, "duplicate piece");
 }
 
-// The literal first fit over a plain cell map: pages, then rows, then columns.
-struct PlainCells {
-    std::vector<unsigned char> free = std::vector<unsigned char>(128 * 64 * 64, 1);
-    unsigned char& At(int p, int y, int x) { return free[(p * 64 + y) * 64 + x]; }
-    int Allocate(int w, int h, int* page, int* column, int* row) {
-        for (int p = 0; p < 128; p++) {
-            for (int y = 0; y + h <= 64; y++) {
-                for (int x = 0; x + w <= 64; x++) {
-                    int fits = 1;
-                    for (int j = 0; j < h && fits; j++) {
-                        for (int i = 0; i < w && fits; i++) {
-                            fits = At(p, y + j, x + i);
-                        }
-                    }
-                    if (fits) {
-                        for (int j = 0; j < h; j++) {
-                            for (int i = 0; i < w; i++) {
-                                At(p, y + j, x + i) = 0;
-                            }
-                        }
-                        *page = p;
-                        *column = x;
-                        *row = y;
-                        return 1;
-                    }
-                }
-            }
-        }
-        return 0;
-    }
-};
-
+// The allocator against the literal first fit over a plain cell map (pages, then rows, then
+// columns), through random takes and give-backs.
 TEST(LightmapAllocator, FragmentedPagesGiveTheLiteralFirstFit) {
     std::unique_ptr<LightmapSet> set(new LightmapSet);
-    std::unique_ptr<PlainCells> plain(new PlainCells);
-    struct Taken {
-        int w, h, page, column, row;
+    std::vector<unsigned char> free(128 * 64 * 64, 1);
+    auto mark = [&](int w, int h, int p, int x, int y, unsigned char v) {
+        for (int j = 0; j < h; j++) {
+            std::fill_n(free.begin() + (p * 64 + y + j) * 64 + x, w, v);
+        }
     };
-    std::vector<Taken> taken;
+    auto plainFits = [&](int w, int h, int p, int x, int y) {
+        for (int j = 0; j < h; j++) {
+            const unsigned char* row = &free[(p * 64 + y + j) * 64 + x];
+            if (std::find(row, row + w, 0) != row + w) {
+                return false;
+            }
+        }
+        return true;
+    };
+    std::vector<std::vector<int>> taken;  // w, h, page, column, row
     unsigned state = 7;
     auto next = [&state](int n) {
         state = state * 1103515245u + 12345u;
@@ -142,32 +124,30 @@ TEST(LightmapAllocator, FragmentedPagesGiveTheLiteralFirstFit) {
     };
     for (int step = 0; step < 1500; step++) {
         if (!taken.empty() && next(3) == 0) {
-            // Give back a random rectangle, sometimes one that overlaps free cells too.
             size_t k = static_cast<size_t>(next(static_cast<int>(taken.size())));
-            Taken t = taken[k];
+            std::vector<int> t = taken[k];
             taken.erase(taken.begin() + static_cast<long>(k));
-            int w = t.w + (next(4) == 0), h = t.h;
-            if (t.column + w > 64) {
-                w = t.w;
-            }
-            set->FreeArea(w, h, t.page, t.column, t.row);
-            for (int j = 0; j < h; j++) {
-                for (int i = 0; i < w; i++) {
-                    plain->At(t.page, t.row + j, t.column + i) = 1;
-                }
-            }
+            set->FreeArea(t[0], t[1], t[2], t[3], t[4]);
+            mark(t[0], t[1], t[2], t[3], t[4], 1);
             continue;
         }
         int w = 1 + next(step < 1000 ? 32 : 8), h = 1 + next(step < 1000 ? 32 : 8);
-        Taken a = {w, h, -1, -1, -1}, b = {w, h, -1, -1, -1};
-        int okA = set->AllocateArea(w, h, &a.page, &a.column, &a.row);
-        int okB = plain->Allocate(w, h, &b.page, &b.column, &b.row);
-        ASSERT_EQ(okA, okB) << "step " << step;
-        ASSERT_EQ(a.page, b.page) << "step " << step;
-        ASSERT_EQ(a.column, b.column) << "step " << step;
-        ASSERT_EQ(a.row, b.row) << "step " << step;
-        if (okA) {
-            taken.push_back(a);
+        std::vector<int> want = {w, h, -1, -1, -1}, got = {w, h, -1, -1, -1};
+        for (int p = 0; p < 128 && want[2] < 0; p++) {
+            for (int y = 0; y + h <= 64 && want[2] < 0; y++) {
+                for (int x = 0; x + w <= 64 && want[2] < 0; x++) {
+                    if (plainFits(w, h, p, x, y)) {
+                        want = {w, h, p, x, y};
+                    }
+                }
+            }
+        }
+        int ok = set->AllocateArea(w, h, &got[2], &got[3], &got[4]);
+        ASSERT_EQ(ok, want[2] >= 0) << "step " << step;
+        ASSERT_EQ(got, want) << "step " << step;
+        if (ok) {
+            mark(w, h, got[2], got[3], got[4], 0);
+            taken.push_back(got);
         }
     }
     EXPECT_GT(taken.size(), 100u);

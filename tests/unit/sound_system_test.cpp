@@ -6,7 +6,6 @@
 #include <AL/al.h>
 #include <gtest/gtest.h>
 
-#include "app/console.h"
 #include "audio/sound_startup.h"
 #include "audio/wav_file.h"
 #include "audio_test_support.h"
@@ -80,17 +79,6 @@ TEST(SoundSystemClosed, EveryCallAnswersZeroWithoutADevice) {
     EXPECT_EQ(sound.Play(1, -1), 0);
     EXPECT_EQ(sound.PlayAt(1, 0, pos, angles, pos, 1, 1, false), 0);
     sound.PlaceListener(pos, angles);
-    sound.StopSource(-1);
-    sound.SetSourcePitch(0, 2);
-}
-
-TEST_F(SoundSystemTest, InitFallsBackToTheDefaultDeviceAndMakesFourteenSources) {
-    ASSERT_NE(sound.deviceName, nullptr);
-    EXPECT_STRNE(sound.deviceName, "DirectSound3D");  // no such device here: the default one opened
-    for (int i = 0; i < SoundSystem::kSourceCount; i++) {
-        EXPECT_TRUE(alIsSource(sound.sources[i])) << i;
-    }
-    EXPECT_EQ(sound.Init(), 1);  // a second Init keeps the open device
 }
 
 TEST_F(SoundSystemTest, LoadSoundFillsTheSlotFromTheResourceLayer) {
@@ -132,23 +120,22 @@ TEST_F(SoundSystemTest, PlayStartsTheSlotAtTheListener) {
     ExpectVector(v + 3, 0, 1, 0);
     EXPECT_EQ(sound.Play(1, 14), 0);
     EXPECT_EQ(sound.Play(1, -2), 0);
+    // Another sound on the same source cuts the first off and plays in its place.
+    ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 8000), 2), 1);
+    ASSERT_EQ(sound.Play(2, 4), 1);
+    EXPECT_EQ(static_cast<ALuint>(SourceInt(s, AL_BUFFER)), sound.buffers[2]);
+    EXPECT_EQ(SourceInt(s, AL_SOURCE_STATE), AL_PLAYING);
 }
 
+// Source -1 takes the sources in turn: fourteen sounds in a row all play at once.
 TEST_F(SoundSystemTest, SourceMinusOneTakesTheSourcesInTurn) {
     ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 8000), 2), 1);
-    for (int i = 0; i < SoundSystem::kSourceCount + 2; i++) {
-        int expected = i % SoundSystem::kSourceCount;
-        ASSERT_EQ(sound.nextSource, expected);
-        alSourceStop(sound.sources[expected]);
+    for (int i = 0; i < SoundSystem::kSourceCount; i++) {
         ASSERT_EQ(sound.Play(2, -1), 1);
-        EXPECT_EQ(SourceInt(sound.sources[expected], AL_SOURCE_STATE), AL_PLAYING) << i;
     }
-    // StopSource(-1) stops the next in turn and moves the turn on.
-    EXPECT_EQ(sound.nextSource, 2);
-    sound.StopSource(-1);
-    EXPECT_EQ(SourceInt(sound.sources[2], AL_SOURCE_STATE), AL_STOPPED);
-    EXPECT_EQ(SourceInt(sound.sources[3], AL_SOURCE_STATE), AL_PLAYING);
-    EXPECT_EQ(sound.nextSource, 3);
+    for (int i = 0; i < SoundSystem::kSourceCount; i++) {
+        EXPECT_EQ(SourceInt(sound.sources[i], AL_SOURCE_STATE), AL_PLAYING) << i;
+    }
 }
 
 TEST_F(SoundSystemTest, PlayAtScalesPositionsAndFacesTheCameraYaw) {
@@ -177,44 +164,10 @@ TEST_F(SoundSystemTest, PlayAtScalesPositionsAndFacesTheCameraYaw) {
     EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_FALSE);
 }
 
-TEST_F(SoundSystemTest, SourceControlsAffectOnlyExistingSources) {
-    ALuint s = sound.sources[5];
-    float p[3] = {100, 200, -300};
-    sound.SetSourcePosition(5, p);
-    float v[3];
-    alGetSourcefv(s, AL_POSITION, v);
-    ExpectVector(v, 0.2f, 0.4f, -0.6f);
-    alSource3f(s, AL_VELOCITY, 1, 2, 3);
-    sound.ResetSource(5);
-    alGetSourcefv(s, AL_POSITION, v);
-    ExpectVector(v, 0, 0, 0);
-    alGetSourcefv(s, AL_VELOCITY, v);
-    ExpectVector(v, 0, 0, 0);
-    sound.SetSourcePitch(5, 0.0f);
-    EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 0.05f);
-    sound.SetSourcePitch(5, 2.0f);
-    EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 2.0f);
-    sound.SetSourceGain(5, 0.25f);
-    EXPECT_FLOAT_EQ(SourceFloat(s, AL_GAIN), 0.25f);
-    sound.SetSourceGain(14, 0.5f);  // ignored, not a crash
-    sound.ResetSource(-5);
-}
-
-TEST(SoundStartup, LogsTheDeviceAndLoadsTheGameSoundsThatExist) {
+// The start-up lines themselves are the startup_sound script's to check, in a real run's log.
+TEST(SoundStartup, LoadsTheGameSoundsThatExist) {
     test::FreshGlobalSound fresh;
     ASSERT_EQ(InitSoundAtStartup(), 1);
-    // Newest first; the separator after these lines is start-up's to write.
-    int n = 0;
-    while (n < Console::kLineCount && strncmp(g_console.lines[n], "Listing extensions: ", 20) != 0) {
-        n++;  // the extension list may take several console lines
-    }
-    ASSERT_LT(n, static_cast<int>(Console::kLineCount));
-    std::string versions = std::string(g_sound.VersionString()) + ", " + g_sound.RendererString() + ", " +
-                           g_sound.VendorString();
-    EXPECT_EQ(std::string(g_console.lines[n + 1]), versions.substr(0, 83));
-    EXPECT_EQ(std::string(g_console.lines[n + 2]), std::string("Device found: ") + g_sound.deviceName);
-    EXPECT_STREQ(g_console.lines[n + 3], "Initialising OpenAL:");
-
     std::string data = test::ScratchDir("game_sounds");
     test::WriteResource(data, "sound\\jump01.wav", ToneWav(1, 16, 11025, 100));
     test::WriteResource(data, "sound\\blip.wav", ToneWav(1, 8, 8000, 100));

@@ -47,18 +47,6 @@ TEST(WavFile, WriterOutputParsesInEveryFormat) {
     }
 }
 
-TEST(WavFile, WriterProducesTheCanonicalHeaderByteForByte) {
-    short samples[2] = {0x1234, -2};
-    std::vector<unsigned char> image;
-    ASSERT_TRUE(WriteWav(2, 16, 44100, samples, 4, image));
-    const unsigned char expected[48] = {'R',  'I',  'F', 'F', 40,   0,    0, 0, 'W',  'A',  'V',  'E',
-                                        'f',  'm',  't', ' ', 16,   0,    0, 0, 1,    0,    2,    0,
-                                        0x44, 0xAC, 0,   0,   0x10, 0xB1, 2, 0, 4,    0,    16,   0,
-                                        'd',  'a',  't', 'a', 4,    0,    0, 0, 0x34, 0x12, 0xFE, 0xFF};
-    ASSERT_EQ(image.size(), sizeof(expected));
-    EXPECT_EQ(0, memcmp(image.data(), expected, sizeof(expected)));
-}
-
 TEST(WavFile, UnknownChunksAreSkippedAndChunkOrderIsFree) {
     auto fmt = Chunk("fmt ", FmtBody(2, 11025, 4, 16));
     auto data = Chunk("data", Bytes(12, 0x40));
