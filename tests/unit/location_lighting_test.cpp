@@ -81,16 +81,6 @@ TEST(LocationLighting, ParameterLinesSetColourRangeAndShadows) {
     ExpectLight(location.lightmaps.lights[4], 1, 1, 1, 0, 0);
 }
 
-TEST(LocationLighting, LightsAfterTheThirtySecondAreDropped) {
-    Location location;
-    for (int i = 0; i < 40; i++) {
-        AddLightEntity(location, "light", "", static_cast<float>(i));
-    }
-    location.SetupLighting(1);
-    EXPECT_EQ(location.lightmaps.lightCount, 32u);
-    EXPECT_EQ(location.lightmaps.lights[31].position[0], 31);
-}
-
 TEST(LocationLighting, RebuildBakesWhatTheLightsGiveAndKeepModeLeavesItAlone) {
     std::unique_ptr<Location> location(new Location);
     AddGrid(*location, 0, 0, 0);
