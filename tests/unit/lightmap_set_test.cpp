@@ -25,37 +25,29 @@ void SetCoords(LightmapSet& set, int piece, unsigned count) {
     }
 }
 
-TEST(LightmapBlock, TwoPagesAndOnePieceOfFourTrianglesHasTheDocumentedSize) {
+// Header, piece records in increasing piece order (an empty one kept), then the pages; read back
+// byte for byte.
+TEST(LightmapBlock, LayoutAndRoundTripAreByteForByteInPieceOrder) {
     std::unique_ptr<LightmapSet> set(new LightmapSet);
-    SetCoords(*set, 9, 12);
-    set->EnsurePage(0);
-    set->EnsurePage(1)[5] = 200;
-    set->areaCount = 4;
-    std::vector<unsigned char> bytes = Serialised(*set);
-    ASSERT_EQ(bytes.size(), 18u + 6 + 144 + 393216);
-    // Header: tag, size, pages, areas, one record for piece 9 with 12 entries.
-    const unsigned char header[24] = {'V', 'L', 'L', 'M', 0xA8, 0x00, 0x06, 0, 2, 0, 0, 0,
-                                      4,   0,   0,   0,   1,    0,    9,    0, 12, 0, 0, 0};
-    EXPECT_EQ(0, memcmp(bytes.data(), header, sizeof(header)));
-    // Page 1's sixth byte sits right after page 0.
-    EXPECT_EQ(bytes[18 + 6 + 144 + 196608 + 5], 200);
-}
-
-TEST(LightmapBlock, RoundTripIsByteForByteInPieceOrder) {
-    std::unique_ptr<LightmapSet> set(new LightmapSet);
-    SetCoords(*set, 300, 6);
-    SetCoords(*set, 2, 3);
+    SetCoords(*set, 300, 12);
+    SetCoords(*set, 9, 3);
     SetCoords(*set, 511, 0);
-    unsigned char* page = set->EnsurePage(0);
+    set->EnsurePage(0);
+    unsigned char* page = set->EnsurePage(1);
     for (int i = 0; i < LightmapSet::kPageBytes; i++) {
         page[i] = static_cast<unsigned char>(i ^ (i >> 9));
     }
+    set->areaCount = 4;
     std::vector<unsigned char> bytes = Serialised(*set);
-    EXPECT_EQ(bytes[18], 2);  // increasing piece index
+    ASSERT_EQ(bytes.size(), 18u + 3 * 6 + 15 * 12 + 2 * 196608);
+    // Tag, size, pages, areas, record count; piece 9 with 3 entries comes first.
+    const unsigned char header[24] = {'V', 'L', 'L', 'M', 0xD8, 0x00, 0x06, 0, 2, 0, 0, 0,
+                                      4,   0,   0,   0,   3,    0,    9,    0, 3,  0, 0, 0};
+    EXPECT_EQ(0, memcmp(bytes.data(), header, sizeof(header)));
+    EXPECT_EQ(bytes[bytes.size() - 196608 + 5], page[5]);  // page 1 right after page 0
     std::unique_ptr<LightmapSet> again(new LightmapSet);
     ASSERT_EQ(again->Parse(bytes.data(), bytes.size()), bytes.size());
     EXPECT_EQ(Serialised(*again), bytes);
-    EXPECT_EQ(again->coordCounts[300], 6u);
     EXPECT_FLOAT_EQ(again->coords[300][4].u, 0.5f);
     ASSERT_NE(again->coords[511], nullptr);
     EXPECT_EQ(again->coordCounts[511], 0u);

@@ -82,45 +82,26 @@ std::vector<unsigned char> Serialised(const Model& model) {
     return out;
 }
 
-// The block's label (five bytes here) is skipped.
+std::vector<float> Floats(const float* values, int count) {
+    return std::vector<float>(values, values + count);
+}
+
+// The block's label (five bytes here) is skipped. File (1, 2, 3) is memory (1, 3, -2); corner
+// normal (0, 0, 2) loads as (0, 1, 0) and (1, 1, 0) as (0.5, 0, -0.5); the face vector is turned
+// but keeps its length. Bounds and centre follow, and the radius is the largest half extent.
 TEST(MeshFormat, FullBlockTurnsAxesAndScalesCornerNormals) {
     Bytes b = OneTriangleBlock(5, 2.0f);
     Mesh mesh;
     ASSERT_EQ(mesh.Parse(b.data.data(), b.data.size(), nullptr), b.data.size());
     ASSERT_EQ(mesh.vertexCount, 3);
-    // File (1, 2, 3) is memory (1, 3, -2).
-    EXPECT_FLOAT_EQ(mesh.vertices[0], 1);
-    EXPECT_FLOAT_EQ(mesh.vertices[1], 3);
-    EXPECT_FLOAT_EQ(mesh.vertices[2], -2);
-    // Corner normal (0, 0, 2) loads as (0, 1, 0); (1, 1, 0) as (0.5, 0, -0.5).
-    const float* n = mesh.faceNormals;
-    EXPECT_FLOAT_EQ(n[3], 0);
-    EXPECT_FLOAT_EQ(n[4], 1);
-    EXPECT_FLOAT_EQ(n[5], 0);
-    EXPECT_FLOAT_EQ(n[6], 0.5f);
-    EXPECT_FLOAT_EQ(n[7], 0);
-    EXPECT_FLOAT_EQ(n[8], -0.5f);
-    // The face vector is turned but keeps its length.
-    EXPECT_FLOAT_EQ(n[0], 9);
-    EXPECT_FLOAT_EQ(n[1], 9);
-    EXPECT_FLOAT_EQ(n[2], -9);
+    EXPECT_EQ(Floats(mesh.vertices, 9), (std::vector<float>{1, 3, -2, 4, 6, -5, -1, 7, 2}));
+    EXPECT_EQ(Floats(mesh.faceNormals, 9), (std::vector<float>{9, 9, -9, 0, 1, 0, 0.5f, 0, -0.5f}));
     EXPECT_EQ(mesh.texFaces[0], 2);
     EXPECT_FLOAT_EQ(mesh.texCoords[3], 0.75f);
-}
-
-TEST(MeshFormat, BoundsCentreAndRadiusFollowTheHalfExtents) {
-    Bytes b = OneTriangleBlock(0, 1.0f);
-    Mesh mesh;
-    ASSERT_NE(mesh.Parse(b.data.data(), b.data.size(), nullptr), 0u);
-    // Memory positions: (1,3,-2) (4,6,-5) (-1,7,2).
-    EXPECT_FLOAT_EQ(mesh.boundsMin[0], -1);
-    EXPECT_FLOAT_EQ(mesh.boundsMax[1], 7);
-    EXPECT_FLOAT_EQ(mesh.boundsMin[2], -5);
-    EXPECT_FLOAT_EQ(mesh.centre[0], 1.5f);
-    EXPECT_FLOAT_EQ(mesh.centre[1], 5);
-    EXPECT_FLOAT_EQ(mesh.centre[2], -1.5f);
-    // Half extents 2.5, 2, 3.5: z is the largest.
-    EXPECT_FLOAT_EQ(mesh.radius, 3.5f);
+    EXPECT_EQ(Floats(mesh.boundsMin, 3), (std::vector<float>{-1, 3, -5}));
+    EXPECT_EQ(Floats(mesh.boundsMax, 3), (std::vector<float>{4, 7, 2}));
+    EXPECT_EQ(Floats(mesh.centre, 3), (std::vector<float>{1.5f, 5, -1.5f}));
+    EXPECT_FLOAT_EQ(mesh.radius, 3.5f);  // half extents 2.5, 2, 3.5
 }
 
 TEST(ModelFormat, RoundTripIsByteForByteAndPositionsGoBackToFileAxes) {
