@@ -212,36 +212,6 @@ TEST_P(LightmapBuilder, CratesCastShadowsUnlessAFlagSaysOtherwise) {
     EXPECT_EQ(FloorTexels(*hidden), FloorTexels(*shadowed));
 }
 
-TEST_P(LightmapBuilder, BlackTrianglesShareTheFirstOnesCorner) {
-    Location location;
-    for (int i = 0; i < 3; i++) {
-        AddFloorTriangle(location, i * 100.0f, 0, 0, 10);  // the light is below all three
-    }
-    AddFloorTriangle(location, 0, -20, 0, 10);  // this one faces the light
-    location.lightmaps.quality = 0.0f;
-    location.lightmaps.AddLight(0, -10, 0, 1, 1, 1, 100, 0);
-    GetParam()(location);
-    const LightmapSet& set = location.lightmaps;
-    EXPECT_EQ(set.areaCount, 2u);
-    LightmapVertex first = set.coords[0][0];
-    EXPECT_EQ(set.sharedBlack.u, first.u);
-    EXPECT_EQ(set.sharedBlack.v, first.v);
-    for (int piece = 1; piece <= 2; piece++) {
-        for (int k = 0; k < 3; k++) {
-            EXPECT_EQ(set.coords[piece][k].page, first.page);
-            EXPECT_EQ(set.coords[piece][k].u, first.u);
-            EXPECT_EQ(set.coords[piece][k].v, first.v);
-        }
-    }
-    // The later black rectangles were given back: the lit triangle takes the cells right
-    // after the first one's (2 x 2 cells each).
-    Rect lit = RectOf(set.coords[3]);
-    EXPECT_EQ(lit.page, 0u);
-    EXPECT_EQ(lit.x, 8);
-    EXPECT_EQ(lit.y, 0);
-    EXPECT_EQ(RectOf(set.coords[0]).x, 0);
-}
-
 // A right triangle on each kind of plane: legs of 16 and 32 along the two axes the largest
 // normal component leaves (in their order: y, z for walls facing x; x, z for floors; x, y for
 // walls facing z), the plane 5 from the origin, a light 1 in front of the corner.

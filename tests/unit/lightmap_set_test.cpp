@@ -68,18 +68,13 @@ TEST(LightmapBlock, BadBlocksAreRefusedAndLeaveTheSetEmpty) {
     for (size_t cut = 0; cut < bytes.size(); cut += cut < 80 ? 1 : 4099) {
         refused(std::vector<unsigned char>(bytes.begin(), bytes.begin() + cut), "truncated");
     }
-    std::vector<unsigned char> tag = bytes;
-    tag[0] = 'v';
-    refused(tag, "tag");
-    std::vector<unsigned char> pages = bytes;
-    pages[8] = 129;
-    refused(pages, "129 pages");
-    std::vector<unsigned char> index = bytes;
-    index[19] = 2;  // piece 516
-    refused(index, "piece index 516");
-    std::vector<unsigned char> count = bytes;
-    count[23] = 0x40;  // about a billion entries
-    refused(count, "entry count");
+    // The tag, 129 pages, piece index 516, about a billion entries.
+    const std::pair<size_t, unsigned char> patches[] = {{0, 'v'}, {8, 129}, {19, 2}, {23, 0x40}};
+    for (const auto& patch : patches) {
+        std::vector<unsigned char> bad = bytes;
+        bad[patch.first] = patch.second;
+        refused(bad, "patched");
+    }
     // The same piece twice.
     std::unique_ptr<LightmapSet> twice(new LightmapSet);
     SetCoords(*twice, 4, 3);

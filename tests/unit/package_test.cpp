@@ -93,24 +93,19 @@ TEST(PackageLoading, WrongMagicAndDamagedDirectoriesLeaveThePackageAsItWas) {
     Bytes good = HandMadePackage("T", "A", 1, {{"a", 0, "1234"}, {"b", 0, "56"}});
     ASSERT_EQ(Saved(*package).size(), 76u + 133u + 3u);
 
-    std::vector<Bytes> bad;
-    Bytes magic = good;
+    Bytes magic = good, unterminated = good, huge = good, oversize = good;
     magic[0] = 'X';
-    bad.push_back(magic);
-    bad.push_back(Bytes(good.begin(), good.begin() + 75));             // short header
-    bad.push_back(Bytes(good.begin(), good.begin() + 76 + 133 + 50));  // directory cut
-    bad.push_back(Bytes(good.begin(), good.end() - 1));                // data cut by one byte
-    Bytes unterminated = good;
-    memset(unterminated.data() + 76, 'n', 128);
-    bad.push_back(unterminated);
-    Bytes huge = good;
+    memset(unterminated.data() + 76, 'n', 128);  // first name unterminated
     huge[72] = 0x01;
-    huge[73] = 0x10;  // 4097 records
-    bad.push_back(huge);
-    Bytes oversize = good;
+    huge[73] = 0x10;                // 4097 records
     oversize[76 + 129 + 3] = 0x80;  // first size past 2 GiB
-    bad.push_back(oversize);
-
+    const std::vector<Bytes> bad = {magic,
+                                    Bytes(good.begin(), good.begin() + 75),             // short header
+                                    Bytes(good.begin(), good.begin() + 76 + 133 + 50),  // directory cut
+                                    Bytes(good.begin(), good.end() - 1),                // data cut by one
+                                    unterminated,
+                                    huge,
+                                    oversize};
     for (size_t i = 0; i < bad.size(); i++) {
         EXPECT_EQ(package->LoadFromMemory(bad[i].data(), bad[i].size()), 0) << "case " << i;
         ASSERT_EQ(package->count, 1u) << "case " << i;
