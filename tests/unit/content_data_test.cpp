@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "image.h"
 #include "piano_roll.h"
 #include "resources/flare_list.h"
 #include "resources/location.h"
 #include "resources/model.h"
 #include "resources/resource_manager.h"
+#include "resources/tga_image.h"
 
 static std::vector<unsigned char> OpenData(const char* name) {
     static ResourceManager* manager = nullptr;
@@ -44,8 +44,9 @@ TEST(ContentData, EveryNameTheGameAsksForResolvesAndLoads) {
         std::vector<unsigned char> bytes = OpenData(name.c_str());
         ASSERT_FALSE(bytes.empty()) << name << " is not in " << VANTLE_RUN_DIR << "/data";
         if (name.size() > 4 && name.compare(name.size() - 4, 4, ".tga") == 0) {
-            Image img;
-            EXPECT_TRUE(DecodeTga(bytes.data(), bytes.size(), &img)) << name;
+            TgaImage img;  // read as the game reads it
+            EXPECT_EQ(TgaDecode(bytes.data(), static_cast<unsigned int>(bytes.size()), &img), 1) << name;
+            TgaFree(&img);
         } else {
             Model model;
             EXPECT_EQ(model.Parse(bytes.data(), static_cast<unsigned int>(bytes.size())), bytes.size()) << name;
