@@ -1,6 +1,8 @@
-// The music player on OpenAL's null output, tick by tick: the cut the game
-// runs with (the fade and the slide are never chosen), failures that must
-// leave the old piece alone, and a source restarted after it ran dry.
+// The music player on OpenAL's null output, with the cut the game runs with
+// (the fade and the slide are never chosen; the cut and the stop at the next
+// tick are the main loop's audio test): failures that must leave the old
+// piece alone, a source restarted after it ran dry, and no music until a
+// device opens.
 #include "audio/music_player.h"
 
 #include <AL/al.h>
@@ -56,7 +58,6 @@ protected:
     void TearDown() override { delete music; }
 
     MusicStream* Current() { return music->streams[music->current]; }
-    MusicStream* Other() { return music->streams[1 - music->current]; }
 };
 
 }  // namespace
@@ -78,25 +79,8 @@ TEST_F(MusicPlayerTest, PlayingQueuesTwoFullFillsAtTheFilesOwnFormat) {
     EXPECT_FLOAT_EQ(SourceFloat(s->alSource, AL_ROLLOFF_FACTOR), 0.0f);
 }
 
-TEST_F(MusicPlayerTest, CutReplacesAtOnceAndStopMusicSilencesAtTheNextTick) {
-    music->transition = MusicPlayer::kCut;
-    ASSERT_EQ(music->PlayMusic("sound\\a.ogg"), 1);
-    MusicStream* first = Current();
-    ASSERT_EQ(music->PlayMusic("sound\\b.ogg"), 1);
-    EXPECT_EQ(first->IsPlaying(), 0u);
-    EXPECT_FALSE(first->SourcePlaying());
-    MusicStream* second = Current();
-    EXPECT_FLOAT_EQ(SourceFloat(second->alSource, AL_GAIN), 1.0f);
-    music->StopMusic();
-    EXPECT_TRUE(second->SourcePlaying());  // still playing until the tick runs
-    music->Update();
-    EXPECT_EQ(Other(), nullptr);
-    ASSERT_NE(Current(), nullptr);
-    EXPECT_EQ(Current()->IsPlaying(), 0u);  // the empty stream never plays
-}
-
 TEST_F(MusicPlayerTest, AMissingOrBrokenFileLeavesTheOldMusicPlaying) {
-    music->transition = MusicPlayer::kFade;
+    music->transition = MusicPlayer::kCut;
     ASSERT_EQ(music->PlayMusic("sound\\a.ogg"), 1);
     MusicStream* playing = Current();
     EXPECT_EQ(music->PlayMusic("sound\\missing.ogg"), 0);
@@ -107,9 +91,6 @@ TEST_F(MusicPlayerTest, AMissingOrBrokenFileLeavesTheOldMusicPlaying) {
     ASSERT_EQ(Current(), playing);
     EXPECT_EQ(playing->IsPlaying(), 1u);
     EXPECT_TRUE(playing->SourcePlaying());
-    // It goes on fading in as if nothing had happened.
-    EXPECT_NEAR(SourceFloat(playing->alSource, AL_GAIN), 0.05f, 1e-4f);
-    EXPECT_TRUE(music->changing[music->current]);
 }
 
 TEST_F(MusicPlayerTest, ASourceThatRanDryIsRestartedByTheNextRefill) {

@@ -51,10 +51,21 @@ float SourceFloat(ALuint source, ALenum what) {
     return v;
 }
 
-void ExpectVector(const float* actual, float x, float y, float z) {
-    EXPECT_NEAR(actual[0], x, 1e-5f);
-    EXPECT_NEAR(actual[1], y, 1e-5f);
-    EXPECT_NEAR(actual[2], z, 1e-5f);
+// The listener's (source 0) or a source's vector of n floats.
+std::vector<float> Floats(ALuint source, ALenum what, int n = 3) {
+    float v[6] = {};
+    if (source) {
+        alGetSourcefv(source, what, v);
+    } else {
+        alGetListenerfv(what, v);
+    }
+    return std::vector<float>(v, v + n);
+}
+
+void ExpectNear(const std::vector<float>& actual, const std::vector<float>& expected) {
+    for (size_t i = 0; i < expected.size(); i++) {
+        EXPECT_NEAR(actual[i], expected[i], 1e-5f) << "element " << i;
+    }
 }
 
 class SoundSystemTest : public ::testing::Test {
@@ -101,10 +112,11 @@ TEST_F(SoundSystemTest, LoadSoundFillsTheSlotFromTheResourceLayer) {
     EXPECT_EQ(Upload(sound, ToneWav(1, 8, 8000, 10), 200), 0);  // past the table
 }
 
+// Play is heard where the listener is, undoing what PlayAt set on the source.
 TEST_F(SoundSystemTest, PlayStartsTheSlotAtTheListener) {
     ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 8000), 1), 1);
     float pos[3] = {500, 0, 0}, angles[3] = {0, 90, 0};
-    sound.PlaceListener(pos, angles);
+    ASSERT_EQ(sound.PlayAt(1, 4, pos, angles, pos, 0.5f, 2, true), 1);
     ASSERT_EQ(sound.Play(1, 4), 1);
     ALuint s = sound.sources[4];
     EXPECT_EQ(SourceInt(s, AL_SOURCE_STATE), AL_PLAYING);
@@ -112,12 +124,9 @@ TEST_F(SoundSystemTest, PlayStartsTheSlotAtTheListener) {
     EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_FALSE);
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 1.0f);
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_GAIN), 1.0f);
-    float v[6];
-    alGetListenerfv(AL_POSITION, v);
-    ExpectVector(v, 0, 0, 0);
-    alGetListenerfv(AL_ORIENTATION, v);
-    ExpectVector(v, 0, 0, 1);
-    ExpectVector(v + 3, 0, 1, 0);
+    ExpectNear(Floats(s, AL_POSITION), {0, 0, 0});
+    ExpectNear(Floats(0, AL_POSITION), {0, 0, 0});
+    ExpectNear(Floats(0, AL_ORIENTATION, 6), {0, 0, 1, 0, 1, 0});
     EXPECT_EQ(sound.Play(1, 14), 0);
     EXPECT_EQ(sound.Play(1, -2), 0);
     // Another sound on the same source cuts the first off and plays in its place.
@@ -143,14 +152,9 @@ TEST_F(SoundSystemTest, PlayAtScalesPositionsAndFacesTheCameraYaw) {
     float listener[3] = {1000, -500, 250}, angles[3] = {30, 90, 45}, at[3] = {0, 500, -2500};
     ASSERT_EQ(sound.PlayAt(10, 0, listener, angles, at, 0.5f, 0.01f, true), 1);
     ALuint s = sound.sources[0];
-    float v[6];
-    alGetListenerfv(AL_POSITION, v);
-    ExpectVector(v, 2.0f, -1.0f, 0.5f);
-    alGetListenerfv(AL_ORIENTATION, v);
-    ExpectVector(v, 1, 0, 0);  // yaw 90 faces +x; pitch and roll play no part
-    ExpectVector(v + 3, 0, 1, 0);
-    alGetSourcefv(s, AL_POSITION, v);
-    ExpectVector(v, 0, 1.0f, -5.0f);
+    ExpectNear(Floats(0, AL_POSITION), {2.0f, -1.0f, 0.5f});
+    ExpectNear(Floats(0, AL_ORIENTATION, 6), {1, 0, 0, 0, 1, 0});  // yaw 90 faces +x; pitch and roll play no part
+    ExpectNear(Floats(s, AL_POSITION), {0, 1.0f, -5.0f});
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 0.05f);
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_GAIN), 0.5f);
     EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_TRUE);
@@ -158,8 +162,7 @@ TEST_F(SoundSystemTest, PlayAtScalesPositionsAndFacesTheCameraYaw) {
 
     float back[3] = {0, 180, 0}, origin[3] = {0, 0, 0};
     ASSERT_EQ(sound.PlayAt(10, 0, origin, back, origin, 1, 1.5f, false), 1);
-    alGetListenerfv(AL_ORIENTATION, v);
-    ExpectVector(v, 0, 0, -1);
+    ExpectNear(Floats(0, AL_ORIENTATION), {0, 0, -1});
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 1.5f);
     EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_FALSE);
 }
