@@ -57,9 +57,8 @@ TEST(LocationLighting, LightEntitiesAreNamedLightInLowerCase) {
     location.SetupLighting(1);
     ASSERT_EQ(location.lightmaps.lightCount, 2u);
     ExpectLight(location.lightmaps.lights[0], 1, 1, 1, 1, 0);
-    EXPECT_EQ(location.lightmaps.lights[0].position[0], 1);
-    EXPECT_EQ(location.lightmaps.lights[0].position[1], 2);
-    EXPECT_EQ(location.lightmaps.lights[0].position[2], 3);
+    const float position[3] = {1, 2, 3};
+    EXPECT_EQ(0, memcmp(location.lightmaps.lights[0].position, position, sizeof(position)));
     ExpectLight(location.lightmaps.lights[1], 1, 1, 1, 5, 0);
 }
 

@@ -91,7 +91,6 @@ TEST(PackageLoading, WrongMagicAndDamagedDirectoriesLeaveThePackageAsItWas) {
     std::unique_ptr<Package> package(new Package);
     package->AddData("kept", "abc", 3);
     Bytes good = HandMadePackage("T", "A", 1, {{"a", 0, "1234"}, {"b", 0, "56"}});
-    ASSERT_EQ(Saved(*package).size(), 76u + 133u + 3u);
 
     Bytes magic = good, unterminated = good, huge = good, oversize = good;
     magic[0] = 'X';

@@ -1,4 +1,5 @@
-// The WAV reader: which images it accepts and exactly what it finds in them.
+// The WAV reader: which images it accepts and exactly what it finds in them. (The
+// formats it maps to OpenAL's are seen through real buffers in the sound system's tests.)
 #include "audio/wav_file.h"
 
 #include <AL/al.h>
@@ -25,27 +26,6 @@ int Parse(const std::vector<unsigned char>& image, WavSound* out) {
 }
 
 }  // namespace
-
-TEST(WavFile, WriterOutputParsesInEveryFormat) {
-    struct Case {
-        int channels, bits, format;
-    } cases[] = {{1, 8, AL_FORMAT_MONO8},
-                 {1, 16, AL_FORMAT_MONO16},
-                 {2, 8, AL_FORMAT_STEREO8},
-                 {2, 16, AL_FORMAT_STEREO16}};
-    std::vector<unsigned char> samples = Bytes(64);
-    for (const Case& c : cases) {
-        std::vector<unsigned char> image;
-        ASSERT_TRUE(WriteWav(c.channels, c.bits, 22050, samples.data(), 64, image));
-        ASSERT_EQ(image.size(), 44u + 64u);
-        WavSound wav;
-        ASSERT_TRUE(Parse(image, &wav)) << c.channels << "x" << c.bits;
-        EXPECT_EQ(wav.format, c.format);
-        EXPECT_EQ(wav.rate, 22050u);
-        EXPECT_EQ(wav.length, 64u);
-        EXPECT_EQ(wav.data, image.data() + 44);  // no copy: the samples inside the image
-    }
-}
 
 TEST(WavFile, UnknownChunksAreSkippedAndChunkOrderIsFree) {
     auto fmt = Chunk("fmt ", FmtBody(2, 11025, 4, 16));
