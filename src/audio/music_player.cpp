@@ -29,6 +29,11 @@ int MusicPlayer::PlayMusic(const char* name) {
     current = 1 - current;
     gain[current] = 1.0f;
     pitch[current] = 1.0f;
+    // A stream made while no device was open (StopMusic with no sound) has no source:
+    // remake it now that there is one, or the music would never be heard.
+    if (streams[current] && !streams[current]->alSource) {
+        DestroyStream(current);
+    }
     if (!streams[current]) {
         streams[current] = new MusicStream();
     } else {

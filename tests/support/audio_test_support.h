@@ -75,25 +75,17 @@ inline std::vector<unsigned char> Chunk(const char* id, const std::vector<unsign
 // A "fmt " body of the given length: PCM tag, channels, rate, block align, bits; extra bytes zero.
 inline std::vector<unsigned char> FmtBody(int channels, unsigned int rate, int blockAlign, int bits,
                                           size_t length = 16) {
-    std::vector<unsigned char> b(length, 0);
-    unsigned int byteRate = rate * blockAlign;
-    unsigned char fields[16] = {1,
-                                0,
-                                static_cast<unsigned char>(channels),
-                                0,
-                                static_cast<unsigned char>(rate),
-                                static_cast<unsigned char>(rate >> 8),
-                                static_cast<unsigned char>(rate >> 16),
-                                static_cast<unsigned char>(rate >> 24),
-                                static_cast<unsigned char>(byteRate),
-                                static_cast<unsigned char>(byteRate >> 8),
-                                static_cast<unsigned char>(byteRate >> 16),
-                                static_cast<unsigned char>(byteRate >> 24),
-                                static_cast<unsigned char>(blockAlign),
-                                0,
-                                static_cast<unsigned char>(bits),
-                                0};
-    memcpy(b.data(), fields, length < 16 ? length : 16);
+    std::vector<unsigned char> b(16 + length, 0);
+    const unsigned int fields[6][2] = {{1, 2}, {static_cast<unsigned>(channels), 2}, {rate, 4},
+                                       {rate * blockAlign, 4}, {static_cast<unsigned>(blockAlign), 2},
+                                       {static_cast<unsigned>(bits), 2}};
+    size_t at = 0;
+    for (const auto& f : fields) {
+        for (unsigned int i = 0; i < f[1]; i++, at++) {
+            b[at] = static_cast<unsigned char>(f[0] >> (8 * i));
+        }
+    }
+    b.resize(length);
     return b;
 }
 

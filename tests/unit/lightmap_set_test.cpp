@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -24,37 +25,29 @@ void SetCoords(LightmapSet& set, int piece, unsigned count) {
     }
 }
 
-TEST(LightmapBlock, TwoPagesAndOnePieceOfFourTrianglesHasTheDocumentedSize) {
+// Header, piece records in increasing piece order (an empty one kept), then the pages; read back
+// byte for byte.
+TEST(LightmapBlock, LayoutAndRoundTripAreByteForByteInPieceOrder) {
     std::unique_ptr<LightmapSet> set(new LightmapSet);
-    SetCoords(*set, 9, 12);
-    set->EnsurePage(0);
-    set->EnsurePage(1)[5] = 200;
-    set->areaCount = 4;
-    std::vector<unsigned char> bytes = Serialised(*set);
-    ASSERT_EQ(bytes.size(), 18u + 6 + 144 + 393216);
-    // Header: tag, size, pages, areas, one record for piece 9 with 12 entries.
-    const unsigned char header[24] = {'V', 'L', 'L', 'M', 0xA8, 0x00, 0x06, 0, 2, 0, 0, 0,
-                                      4,   0,   0,   0,   1,    0,    9,    0, 12, 0, 0, 0};
-    EXPECT_EQ(0, memcmp(bytes.data(), header, sizeof(header)));
-    // Page 1's sixth byte sits right after page 0.
-    EXPECT_EQ(bytes[18 + 6 + 144 + 196608 + 5], 200);
-}
-
-TEST(LightmapBlock, RoundTripIsByteForByteInPieceOrder) {
-    std::unique_ptr<LightmapSet> set(new LightmapSet);
-    SetCoords(*set, 300, 6);
-    SetCoords(*set, 2, 3);
+    SetCoords(*set, 300, 12);
+    SetCoords(*set, 9, 3);
     SetCoords(*set, 511, 0);
-    unsigned char* page = set->EnsurePage(0);
+    set->EnsurePage(0);
+    unsigned char* page = set->EnsurePage(1);
     for (int i = 0; i < LightmapSet::kPageBytes; i++) {
         page[i] = static_cast<unsigned char>(i ^ (i >> 9));
     }
+    set->areaCount = 4;
     std::vector<unsigned char> bytes = Serialised(*set);
-    EXPECT_EQ(bytes[18], 2);  // increasing piece index
+    ASSERT_EQ(bytes.size(), 18u + 3 * 6 + 15 * 12 + 2 * 196608);
+    // Tag, size, pages, areas, record count; piece 9 with 3 entries comes first.
+    const unsigned char header[24] = {'V', 'L', 'L', 'M', 0xD8, 0x00, 0x06, 0, 2, 0, 0, 0,
+                                      4,   0,   0,   0,   3,    0,    9,    0, 3,  0, 0, 0};
+    EXPECT_EQ(0, memcmp(bytes.data(), header, sizeof(header)));
+    EXPECT_EQ(bytes[bytes.size() - 196608 + 5], page[5]);  // page 1 right after page 0
     std::unique_ptr<LightmapSet> again(new LightmapSet);
     ASSERT_EQ(again->Parse(bytes.data(), bytes.size()), bytes.size());
     EXPECT_EQ(Serialised(*again), bytes);
-    EXPECT_EQ(again->coordCounts[300], 6u);
     EXPECT_FLOAT_EQ(again->coords[300][4].u, 0.5f);
     ASSERT_NE(again->coords[511], nullptr);
     EXPECT_EQ(again->coordCounts[511], 0u);
@@ -75,18 +68,13 @@ TEST(LightmapBlock, BadBlocksAreRefusedAndLeaveTheSetEmpty) {
     for (size_t cut = 0; cut < bytes.size(); cut += cut < 80 ? 1 : 4099) {
         refused(std::vector<unsigned char>(bytes.begin(), bytes.begin() + cut), "truncated");
     }
-    std::vector<unsigned char> tag = bytes;
-    tag[0] = 'v';
-    refused(tag, "tag");
-    std::vector<unsigned char> pages = bytes;
-    pages[8] = 129;
-    refused(pages, "129 pages");
-    std::vector<unsigned char> index = bytes;
-    index[19] = 2;  // piece 516
-    refused(index, "piece index 516");
-    std::vector<unsigned char> count = bytes;
-    count[23] = 0x40;  // about a billion entries
-    refused(count, "entry count");
+    // The tag, 129 pages, piece index 516, about a billion entries.
+    const std::pair<size_t, unsigned char> patches[] = {{0, 'v'}, {8, 129}, {19, 2}, {23, 0x40}};
+    for (const auto& patch : patches) {
+        std::vector<unsigned char> bad = bytes;
+        bad[patch.first] = patch.second;
+        refused(bad, "patched");
+    }
     // The same piece twice.
     std::unique_ptr<LightmapSet> twice(new LightmapSet);
     SetCoords(*twice, 4, 3);
@@ -96,45 +84,26 @@ TEST(LightmapBlock, BadBlocksAreRefusedAndLeaveTheSetEmpty) {
     refused(dup, "duplicate piece");
 }
 
-// The literal first fit over a plain cell map: pages, then rows, then columns.
-struct PlainCells {
-    std::vector<unsigned char> free = std::vector<unsigned char>(128 * 64 * 64, 1);
-    unsigned char& At(int p, int y, int x) { return free[(p * 64 + y) * 64 + x]; }
-    int Allocate(int w, int h, int* page, int* column, int* row) {
-        for (int p = 0; p < 128; p++) {
-            for (int y = 0; y + h <= 64; y++) {
-                for (int x = 0; x + w <= 64; x++) {
-                    int fits = 1;
-                    for (int j = 0; j < h && fits; j++) {
-                        for (int i = 0; i < w && fits; i++) {
-                            fits = At(p, y + j, x + i);
-                        }
-                    }
-                    if (fits) {
-                        for (int j = 0; j < h; j++) {
-                            for (int i = 0; i < w; i++) {
-                                At(p, y + j, x + i) = 0;
-                            }
-                        }
-                        *page = p;
-                        *column = x;
-                        *row = y;
-                        return 1;
-                    }
-                }
-            }
-        }
-        return 0;
-    }
-};
-
+// The allocator against the literal first fit over a plain cell map (pages, then rows, then
+// columns), through random takes and give-backs.
 TEST(LightmapAllocator, FragmentedPagesGiveTheLiteralFirstFit) {
     std::unique_ptr<LightmapSet> set(new LightmapSet);
-    std::unique_ptr<PlainCells> plain(new PlainCells);
-    struct Taken {
-        int w, h, page, column, row;
+    std::vector<unsigned char> free(128 * 64 * 64, 1);
+    auto mark = [&](int w, int h, int p, int x, int y, unsigned char v) {
+        for (int j = 0; j < h; j++) {
+            std::fill_n(free.begin() + (p * 64 + y + j) * 64 + x, w, v);
+        }
     };
-    std::vector<Taken> taken;
+    auto plainFits = [&](int w, int h, int p, int x, int y) {
+        for (int j = 0; j < h; j++) {
+            const unsigned char* row = &free[(p * 64 + y + j) * 64 + x];
+            if (std::find(row, row + w, 0) != row + w) {
+                return false;
+            }
+        }
+        return true;
+    };
+    std::vector<std::vector<int>> taken;  // w, h, page, column, row
     unsigned state = 7;
     auto next = [&state](int n) {
         state = state * 1103515245u + 12345u;
@@ -142,32 +111,30 @@ TEST(LightmapAllocator, FragmentedPagesGiveTheLiteralFirstFit) {
     };
     for (int step = 0; step < 1500; step++) {
         if (!taken.empty() && next(3) == 0) {
-            // Give back a random rectangle, sometimes one that overlaps free cells too.
             size_t k = static_cast<size_t>(next(static_cast<int>(taken.size())));
-            Taken t = taken[k];
+            std::vector<int> t = taken[k];
             taken.erase(taken.begin() + static_cast<long>(k));
-            int w = t.w + (next(4) == 0), h = t.h;
-            if (t.column + w > 64) {
-                w = t.w;
-            }
-            set->FreeArea(w, h, t.page, t.column, t.row);
-            for (int j = 0; j < h; j++) {
-                for (int i = 0; i < w; i++) {
-                    plain->At(t.page, t.row + j, t.column + i) = 1;
-                }
-            }
+            set->FreeArea(t[0], t[1], t[2], t[3], t[4]);
+            mark(t[0], t[1], t[2], t[3], t[4], 1);
             continue;
         }
         int w = 1 + next(step < 1000 ? 32 : 8), h = 1 + next(step < 1000 ? 32 : 8);
-        Taken a = {w, h, -1, -1, -1}, b = {w, h, -1, -1, -1};
-        int okA = set->AllocateArea(w, h, &a.page, &a.column, &a.row);
-        int okB = plain->Allocate(w, h, &b.page, &b.column, &b.row);
-        ASSERT_EQ(okA, okB) << "step " << step;
-        ASSERT_EQ(a.page, b.page) << "step " << step;
-        ASSERT_EQ(a.column, b.column) << "step " << step;
-        ASSERT_EQ(a.row, b.row) << "step " << step;
-        if (okA) {
-            taken.push_back(a);
+        std::vector<int> want = {w, h, -1, -1, -1}, got = {w, h, -1, -1, -1};
+        for (int p = 0; p < 128 && want[2] < 0; p++) {
+            for (int y = 0; y + h <= 64 && want[2] < 0; y++) {
+                for (int x = 0; x + w <= 64 && want[2] < 0; x++) {
+                    if (plainFits(w, h, p, x, y)) {
+                        want = {w, h, p, x, y};
+                    }
+                }
+            }
+        }
+        int ok = set->AllocateArea(w, h, &got[2], &got[3], &got[4]);
+        ASSERT_EQ(ok, want[2] >= 0) << "step " << step;
+        ASSERT_EQ(got, want) << "step " << step;
+        if (ok) {
+            mark(w, h, got[2], got[3], got[4], 0);
+            taken.push_back(got);
         }
     }
     EXPECT_GT(taken.size(), 100u);

@@ -53,9 +53,8 @@ std::unique_ptr<Location> SampleLocation() {
         entity->params = e[1] ? strdup(e[1]) : nullptr;
         location->entities[location->entityCount++] = entity;
     }
-    location->entities[0]->position[0] = 1;
-    location->entities[0]->position[1] = 2;
-    location->entities[0]->position[2] = 3;
+    const float position[3] = {1, 2, 3};
+    memcpy(location->entities[0]->position, position, sizeof(position));
     location->entities[0]->rotation[1] = 90;
     LightmapSet& set = location->lightmaps;
     unsigned n = location->pieces[1]->model.frameTriangles * 3;
@@ -117,21 +116,15 @@ TEST(LocationFormat, RoundTripIsByteForByteThroughFileAndResourceManager) {
 TEST(LocationFormat, EntityPositionsTurnAxesAndRotationsDoNot) {
     Bytes bytes = Serialised(*SampleLocation());
     size_t position = Blocks(bytes).vlen + 10 + 2 + strlen("player");
-    float file[6];
-    memcpy(file, &bytes[position], sizeof(file));
     // Memory (1, 2, 3) is written as file (1, -3, 2); rotation (0, 90, 0) unchanged.
-    EXPECT_EQ(file[0], 1.0f);
-    EXPECT_EQ(file[1], -3.0f);
-    EXPECT_EQ(file[2], 2.0f);
-    EXPECT_EQ(file[4], 90.0f);
+    const float written[6] = {1, -3, 2, 0, 90, 0};
+    EXPECT_EQ(0, memcmp(&bytes[position], written, sizeof(written)));
     // And file (1, 2, 3) reads as memory (1, 3, -2).
-    float filePosition[3] = {1, 2, 3};
+    const float filePosition[3] = {1, 2, 3}, memory[3] = {1, 3, -2};
     memcpy(&bytes[position], filePosition, 12);
     std::unique_ptr<Location> again(new Location);
     ASSERT_NE(again->Parse(bytes.data(), bytes.size()), 0u);
-    EXPECT_EQ(again->entities[0]->position[0], 1.0f);
-    EXPECT_EQ(again->entities[0]->position[1], 3.0f);
-    EXPECT_EQ(again->entities[0]->position[2], -2.0f);
+    EXPECT_EQ(0, memcmp(again->entities[0]->position, memory, sizeof(memory)));
 }
 
 TEST(LocationFormat, LeadingDotBackslashIsRemovedFromTextureNames) {

@@ -1,10 +1,14 @@
-// The music player on OpenAL's null output, tick by tick: the cut the game
-// runs with (the fade and the slide are never chosen), failures that must
-// leave the old piece alone, and a source restarted after it ran dry.
+// The music player on OpenAL's null output, with the cut the game runs with
+// (the fade and the slide are never chosen; the cut and the stop at the next
+// tick are the main loop's audio test): failures that must leave the old
+// piece alone, a source restarted after it ran dry, and no music until a
+// device opens.
 #include "audio/music_player.h"
 
 #include <AL/al.h>
 #include <gtest/gtest.h>
+
+#include <cstdlib>
 
 #include "audio/music_stream.h"
 #include "audio/ogg_encoder.h"
@@ -54,7 +58,6 @@ protected:
     void TearDown() override { delete music; }
 
     MusicStream* Current() { return music->streams[music->current]; }
-    MusicStream* Other() { return music->streams[1 - music->current]; }
 };
 
 }  // namespace
@@ -74,30 +77,10 @@ TEST_F(MusicPlayerTest, PlayingQueuesTwoFullFillsAtTheFilesOwnFormat) {
     // Music is not positional.
     EXPECT_EQ(SourceInt(s->alSource, AL_SOURCE_RELATIVE), AL_TRUE);
     EXPECT_FLOAT_EQ(SourceFloat(s->alSource, AL_ROLLOFF_FACTOR), 0.0f);
-    s->Stop();
-    EXPECT_EQ(s->IsPlaying(), 0u);
-    EXPECT_EQ(SourceInt(s->alSource, AL_BUFFERS_QUEUED), 0);
-}
-
-TEST_F(MusicPlayerTest, CutReplacesAtOnceAndStopMusicSilencesAtTheNextTick) {
-    music->transition = MusicPlayer::kCut;
-    ASSERT_EQ(music->PlayMusic("sound\\a.ogg"), 1);
-    MusicStream* first = Current();
-    ASSERT_EQ(music->PlayMusic("sound\\b.ogg"), 1);
-    EXPECT_EQ(first->IsPlaying(), 0u);
-    EXPECT_FALSE(first->SourcePlaying());
-    MusicStream* second = Current();
-    EXPECT_FLOAT_EQ(SourceFloat(second->alSource, AL_GAIN), 1.0f);
-    music->StopMusic();
-    EXPECT_TRUE(second->SourcePlaying());  // still playing until the tick runs
-    music->Update();
-    EXPECT_EQ(Other(), nullptr);
-    ASSERT_NE(Current(), nullptr);
-    EXPECT_EQ(Current()->IsPlaying(), 0u);  // the empty stream never plays
 }
 
 TEST_F(MusicPlayerTest, AMissingOrBrokenFileLeavesTheOldMusicPlaying) {
-    music->transition = MusicPlayer::kFade;
+    music->transition = MusicPlayer::kCut;
     ASSERT_EQ(music->PlayMusic("sound\\a.ogg"), 1);
     MusicStream* playing = Current();
     EXPECT_EQ(music->PlayMusic("sound\\missing.ogg"), 0);
@@ -108,9 +91,6 @@ TEST_F(MusicPlayerTest, AMissingOrBrokenFileLeavesTheOldMusicPlaying) {
     ASSERT_EQ(Current(), playing);
     EXPECT_EQ(playing->IsPlaying(), 1u);
     EXPECT_TRUE(playing->SourcePlaying());
-    // It goes on fading in as if nothing had happened.
-    EXPECT_NEAR(SourceFloat(playing->alSource, AL_GAIN), 0.05f, 1e-4f);
-    EXPECT_TRUE(music->changing[music->current]);
 }
 
 TEST_F(MusicPlayerTest, ASourceThatRanDryIsRestartedByTheNextRefill) {
@@ -133,58 +113,55 @@ TEST_F(MusicPlayerTest, ASourceThatRanDryIsRestartedByTheNextRefill) {
     EXPECT_EQ(SourceInt(s->alSource, AL_BUFFERS_PROCESSED), 0);
 }
 
-TEST(MusicPlayerClosed, NoDeviceNoMusic) {
+TEST(MusicPlayerClosed, NoDeviceNoMusicUntilOneOpens) {
     test::KeepCurrentContext keep;
     alcMakeContextCurrent(nullptr);  // as before any device opened
     ResourceManager resources;
     std::string data = test::ScratchDir("music_closed");
     test::WriteResource(data, "sound\\a.ogg", EncodeTone(8000, 1, 8000, 440.0));
     snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
+    SoundSystem sound;  // opened later; closes after the player has let go of its streams
     MusicPlayer music;
     music.resources = &resources;
     EXPECT_EQ(music.PlayMusic("sound\\a.ogg"), 0);
     music.StopMusic();
+    music.StopMusic();
+    music.Update();
+    // A device opened later plays, whatever was stopped before it.
+    ASSERT_TRUE(sound.Init());
+    for (int i = 0; i < 2; i++) {
+        ASSERT_EQ(music.PlayMusic("sound\\a.ogg"), 1);
+        EXPECT_TRUE(music.streams[music.current]->SourcePlaying()) << i;
+    }
+    music.StopMusic();
     music.Update();
 }
 
-// The three pieces the game plays, as the content build packs them: each decodes from its first
-// sample to its last without an error, is not silent, and a fill that runs over the end carries on
-// with the first samples again.
-TEST(ShippedMusic, EveryPieceDecodesFromStartToEndAndLoops) {
+// The three pieces the game plays, as the content build packs them, decode from their first sample
+// to their last (looping is the decoder's own test); the title's piece lasts exactly the piano
+// roll's loop.
+TEST(ShippedMusic, EveryPieceDecodesFromStartToEnd) {
     std::string data = std::string(VANTLE_RUN_DIR) + "/data";
     ResourceManager resources;
     snprintf(resources.dataDirectory, sizeof(resources.dataDirectory), "%s", data.c_str());
-    const char* pieces[3] = {"sound\\music_menu.ogg", "sound\\music_level.ogg", "sound\\music_win.ogg"};
-    for (const char* name : pieces) {
-        SCOPED_TRACE(name);
+    for (const char* name : {"sound\\music_menu.ogg", "sound\\music_level.ogg", "sound\\music_win.ogg"}) {
         unsigned char* bytes = resources.Open(name);
         if (!bytes) {
             GTEST_SKIP() << "no " << name << " in " << data << " (content not built)";
         }
         OggDecoder decoder;
-        ASSERT_EQ(decoder.Open(bytes, resources.bufferSize), 1);
-        ASSERT_GE(decoder.Channels(), 1);
-        ASSERT_GT(decoder.Rate(), 0);
+        ASSERT_EQ(decoder.Open(bytes, resources.bufferSize), 1) << name;
         ogg_int64_t frames = ov_pcm_total(&decoder.vorbisFile, -1);
-        ASSERT_GT(frames, decoder.Rate()) << "shorter than a second";
+        ASSERT_GT(frames, decoder.Rate()) << name << " is shorter than a second";
         if (strcmp(name, "sound\\music_menu.ogg") == 0) {
             EXPECT_EQ(frames, 1984LL * decoder.Rate() / 50) << "the title's piano clock loops every 1984 ticks";
         }
-        unsigned int frameBytes = 2 * decoder.Channels();
-        // The whole piece plus the first 4096 frames once more, in fills of the stream's size.
-        unsigned int total = static_cast<unsigned int>(frames) * frameBytes + 4096 * frameBytes;
-        std::vector<unsigned char> pcm(total);
-        for (unsigned int done = 0; done < total; done += MusicStream::kFillBytes) {
-            unsigned int n = total - done < MusicStream::kFillBytes ? total - done : MusicStream::kFillBytes;
-            ASSERT_EQ(decoder.Decode(pcm.data() + done, n), 1) << "at byte " << done;
-        }
+        std::vector<unsigned char> pcm(static_cast<size_t>(frames) * 2 * decoder.Channels());
+        ASSERT_EQ(decoder.Decode(pcm.data(), static_cast<unsigned int>(pcm.size())), 1) << name;
         int loud = 0;
         for (size_t i = 0; i + 1 < pcm.size(); i += 2) {
-            short v = static_cast<short>(pcm[i] | pcm[i + 1] << 8);
-            loud += v > 1000 || v < -1000;
+            loud += std::abs(static_cast<short>(pcm[i] | pcm[i + 1] << 8)) > 1000;
         }
-        EXPECT_GT(loud, static_cast<int>(frames / 10)) << "mostly silent";
-        size_t end = static_cast<size_t>(frames) * frameBytes;
-        EXPECT_EQ(memcmp(pcm.data(), pcm.data() + end, 4096 * frameBytes), 0) << "the loop does not restart";
+        EXPECT_GT(loud, frames / 10) << name << " is mostly silent";
     }
 }

@@ -85,45 +85,26 @@ TEST(PackageFormat, SaveMatchesTheLayoutAndLoadSaveIsByteForByte) {
     std::unique_ptr<Package> again(new Package);
     ASSERT_EQ(again->Load((dir + "/p.vpk").c_str()), 1);
     EXPECT_EQ(Saved(*again), file);
-
-    // What the builder adds is laid out the same way, with flag 0.
-    std::unique_ptr<Package> built(new Package);
-    memset(built->name, 0, sizeof(built->name));
-    memset(built->author, 0, sizeof(built->author));
-    strcpy(built->name, "Title");
-    strcpy(built->author, "Someone");
-    built->version = 3;
-    for (const Record& r : records) {
-        ASSERT_EQ(built->AddData(r.name.c_str(), r.data.data(), r.data.size()), 1);
-    }
-    records[1].flag = 0;
-    EXPECT_EQ(Saved(*built), HandMadePackage("Title", "Someone", 3, records));
 }
 
 TEST(PackageLoading, WrongMagicAndDamagedDirectoriesLeaveThePackageAsItWas) {
     std::unique_ptr<Package> package(new Package);
     package->AddData("kept", "abc", 3);
     Bytes good = HandMadePackage("T", "A", 1, {{"a", 0, "1234"}, {"b", 0, "56"}});
-    ASSERT_EQ(Saved(*package).size(), 76u + 133u + 3u);
 
-    std::vector<Bytes> bad;
-    Bytes magic = good;
+    Bytes magic = good, unterminated = good, huge = good, oversize = good;
     magic[0] = 'X';
-    bad.push_back(magic);
-    bad.push_back(Bytes(good.begin(), good.begin() + 75));             // short header
-    bad.push_back(Bytes(good.begin(), good.begin() + 76 + 133 + 50));  // directory cut
-    bad.push_back(Bytes(good.begin(), good.end() - 1));                // data cut by one byte
-    Bytes unterminated = good;
-    memset(unterminated.data() + 76, 'n', 128);
-    bad.push_back(unterminated);
-    Bytes huge = good;
+    memset(unterminated.data() + 76, 'n', 128);  // first name unterminated
     huge[72] = 0x01;
-    huge[73] = 0x10;  // 4097 records
-    bad.push_back(huge);
-    Bytes oversize = good;
+    huge[73] = 0x10;                // 4097 records
     oversize[76 + 129 + 3] = 0x80;  // first size past 2 GiB
-    bad.push_back(oversize);
-
+    const std::vector<Bytes> bad = {magic,
+                                    Bytes(good.begin(), good.begin() + 75),             // short header
+                                    Bytes(good.begin(), good.begin() + 76 + 133 + 50),  // directory cut
+                                    Bytes(good.begin(), good.end() - 1),                // data cut by one
+                                    unterminated,
+                                    huge,
+                                    oversize};
     for (size_t i = 0; i < bad.size(); i++) {
         EXPECT_EQ(package->LoadFromMemory(bad[i].data(), bad[i].size()), 0) << "case " << i;
         ASSERT_EQ(package->count, 1u) << "case " << i;

@@ -64,10 +64,6 @@ TEST_F(LookupTest, PackageNamesFoldAsciiCaseOnly) {
     EXPECT_EQ(Held(manager), "level");
     EXPECT_EQ(manager.Open("CAF\xc9.TGA"), nullptr);  // no folding outside A-Z
     EXPECT_NE(manager.Open("CAF\xe9.TGA"), nullptr);
-    char path[260];
-    ASSERT_EQ(manager.FindPackage(dir.c_str(), "Levels\\01.vlc", path), 1);
-    EXPECT_EQ(std::string(path), dir + "\\a.vpk");
-    EXPECT_EQ(manager.FindPackage(dir.c_str(), "levels\\02.vlc", path), 0);
 }
 
 TEST_F(LookupTest, FirstListedPackageSuppliesASharedName) {
@@ -102,88 +98,62 @@ TEST_F(LookupTest, BufferRulesOfOpen) {
     EXPECT_EQ(manager.Open(nullptr), nullptr);
 }
 
-// Damaged packages of every kind the lookup must step over, each still listing
-// names so that a wrong rule would surface as a different answer.
-static std::vector<unsigned char> Damaged(int kind, const std::string& tag) {
+// A package of three names, one its own; kind 0 has a bad magic, kind 1 its last entry cut
+// short, any other is intact.
+static std::vector<unsigned char> PackageBytes(int kind, const std::string& tag) {
     std::unique_ptr<Package> package(new Package);
     package->AddData("shared.txt", tag.data(), tag.size());
     package->AddData(("own-" + tag).c_str(), "own", 3);
     package->AddData("tail.txt", "tail data", 9);
     std::vector<unsigned char> bytes(package->Size());
     package->Serialise(bytes.data());
-    switch (kind) {
-        case 0:
-            bytes[0] = 'Q';
-            break;  // bad magic
-        case 1:
-            bytes.resize(bytes.size() - 1);
-            break;  // last entry's data cut short
-        case 2:
-            memset(bytes.data() + 76, 'z', 128);
-            break;  // first name unterminated
-        case 3:
-            bytes[72] = 0x01, bytes[73] = 0x10;
-            break;  // 4097 records
-        case 4:
-            bytes.resize(60);
-            break;  // shorter than a header
-        case 5:
-            bytes[76 + 129 + 3] = 0x7F;
-            break;  // first entry past the end
-        default:
-            break;  // intact
+    if (kind == 0) {
+        bytes[0] = 'Q';
+    } else if (kind == 1) {
+        bytes.pop_back();
     }
     return bytes;
 }
 
-TEST_F(LookupTest, CachedAndUncachedLookupsAgreeOverManyNamesAndChanges) {
-    std::vector<std::string> names = {"shared.txt", "SHARED.TXT", "tail.txt", "missing",
-                                      "loose.txt",  "Loose.txt",  "",         "own-"};
-    for (int kind = 0; kind < 7; kind++) {
+// The package cache answers as the plain walk from disk does, also after packages change
+// between lookups: in place with the same size, through a rename, turned bad and good again.
+TEST_F(LookupTest, CachedAndUncachedLookupsAgreeAsPackagesChange) {
+    std::vector<std::string> names = {"shared.txt", "SHARED.TXT", "tail.txt", "missing", "loose.txt", ""};
+    for (int kind = 0; kind < 3; kind++) {
         std::string tag = "k" + std::to_string(kind);
-        std::vector<unsigned char> bytes = Damaged(kind, tag);
+        std::vector<unsigned char> bytes = PackageBytes(kind, tag);
         ASSERT_TRUE(test::WriteFile(dir + "/" + tag + ".vpk", bytes.data(), bytes.size()));
-        names.push_back("own-" + tag);
         names.push_back("OWN-" + tag);
     }
     ASSERT_TRUE(test::WriteText(dir + "/loose.txt", "loose bytes"));
     ResourceManager plain;
     strcpy(plain.dataDirectory, manager.dataDirectory);
     plain.cachePackages = 0;
-
-    unsigned int state = 12345;
-    auto compareAll = [&](const char* stage) {
+    struct Change {
+        int kind, target;
+        const char* tag;
+        bool atomic;
+    } changes[] = {{2, 0, "k0", true},  {2, 1, "k1", false}, {2, 2, "xx", true},
+                   {2, 2, "yy", false}, {1, 2, "k2", false}, {2, 2, "k2", true}};
+    for (int step = 0; step <= 6; step++) {
+        if (step > 0) {
+            const Change& c = changes[step - 1];
+            std::string path = dir + "/k" + std::to_string(c.target) + ".vpk";
+            std::vector<unsigned char> bytes = PackageBytes(c.kind, c.tag);
+            ASSERT_TRUE(c.atomic ? Sys_WriteFileAtomic(path.c_str(), bytes.data(), bytes.size()) == 1
+                                 : test::WriteFile(path, bytes.data(), bytes.size()));
+            names.push_back(std::string("own-") + c.tag);
+        }
+        int found = 0;
         for (const std::string& name : names) {
             unsigned char* a = manager.Open(name.c_str());
             unsigned char* b = plain.Open(name.c_str());
-            ASSERT_EQ(a != nullptr, b != nullptr) << stage << " " << name;
+            ASSERT_EQ(a != nullptr, b != nullptr) << "step " << step << " " << name;
             if (a) {
-                EXPECT_EQ(Held(manager), Held(plain)) << stage << " " << name;
+                found++;
+                EXPECT_EQ(Held(manager), Held(plain)) << "step " << step << " " << name;
             }
         }
-    };
-    compareAll("initial");
-    int found = 0;
-    for (const std::string& name : names) {
-        found += manager.Open(name.c_str()) != nullptr;
-    }
-    EXPECT_GE(found, 8);  // the comparison is not between two empty answers
-
-    // Rewrite packages between lookups: in place with the same size, through a
-    // rename, larger, smaller, turned bad and turned good again.
-    for (int round = 0; round < 12; round++) {
-        state = state * 1103515245u + 12345u;
-        int kind = (state >> 16) % 7;
-        int target = (state >> 8) % 7;
-        std::string tag = "k" + std::to_string(target);
-        std::vector<unsigned char> bytes = Damaged(kind, tag + "r" + std::to_string(round % 3));
-        std::string path = dir + "/" + tag + ".vpk";
-        if (round % 2) {
-            ASSERT_EQ(Sys_WriteFileAtomic(path.c_str(), bytes.data(), bytes.size()), 1);
-        } else {
-            ASSERT_TRUE(test::WriteFile(path, bytes.data(), bytes.size()));
-        }
-        names.push_back("own-" + tag + "r" + std::to_string(round % 3));
-        compareAll(("round " + std::to_string(round)).c_str());
+        EXPECT_GE(found, 4);  // the comparison is not between two empty answers
     }
 }

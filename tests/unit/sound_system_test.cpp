@@ -6,7 +6,6 @@
 #include <AL/al.h>
 #include <gtest/gtest.h>
 
-#include "app/console.h"
 #include "audio/sound_startup.h"
 #include "audio/wav_file.h"
 #include "audio_test_support.h"
@@ -52,10 +51,21 @@ float SourceFloat(ALuint source, ALenum what) {
     return v;
 }
 
-void ExpectVector(const float* actual, float x, float y, float z) {
-    EXPECT_NEAR(actual[0], x, 1e-5f);
-    EXPECT_NEAR(actual[1], y, 1e-5f);
-    EXPECT_NEAR(actual[2], z, 1e-5f);
+// The listener's (source 0) or a source's vector of n floats.
+std::vector<float> Floats(ALuint source, ALenum what, int n = 3) {
+    float v[6] = {};
+    if (source) {
+        alGetSourcefv(source, what, v);
+    } else {
+        alGetListenerfv(what, v);
+    }
+    return std::vector<float>(v, v + n);
+}
+
+void ExpectNear(const std::vector<float>& actual, const std::vector<float>& expected) {
+    for (size_t i = 0; i < expected.size(); i++) {
+        EXPECT_NEAR(actual[i], expected[i], 1e-5f) << "element " << i;
+    }
 }
 
 class SoundSystemTest : public ::testing::Test {
@@ -80,17 +90,6 @@ TEST(SoundSystemClosed, EveryCallAnswersZeroWithoutADevice) {
     EXPECT_EQ(sound.Play(1, -1), 0);
     EXPECT_EQ(sound.PlayAt(1, 0, pos, angles, pos, 1, 1, false), 0);
     sound.PlaceListener(pos, angles);
-    sound.StopSource(-1);
-    sound.SetSourcePitch(0, 2);
-}
-
-TEST_F(SoundSystemTest, InitFallsBackToTheDefaultDeviceAndMakesFourteenSources) {
-    ASSERT_NE(sound.deviceName, nullptr);
-    EXPECT_STRNE(sound.deviceName, "DirectSound3D");  // no such device here: the default one opened
-    for (int i = 0; i < SoundSystem::kSourceCount; i++) {
-        EXPECT_TRUE(alIsSource(sound.sources[i])) << i;
-    }
-    EXPECT_EQ(sound.Init(), 1);  // a second Init keeps the open device
 }
 
 TEST_F(SoundSystemTest, LoadSoundFillsTheSlotFromTheResourceLayer) {
@@ -113,10 +112,11 @@ TEST_F(SoundSystemTest, LoadSoundFillsTheSlotFromTheResourceLayer) {
     EXPECT_EQ(Upload(sound, ToneWav(1, 8, 8000, 10), 200), 0);  // past the table
 }
 
+// Play is heard where the listener is, undoing what PlayAt set on the source.
 TEST_F(SoundSystemTest, PlayStartsTheSlotAtTheListener) {
     ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 8000), 1), 1);
     float pos[3] = {500, 0, 0}, angles[3] = {0, 90, 0};
-    sound.PlaceListener(pos, angles);
+    ASSERT_EQ(sound.PlayAt(1, 4, pos, angles, pos, 0.5f, 2, true), 1);
     ASSERT_EQ(sound.Play(1, 4), 1);
     ALuint s = sound.sources[4];
     EXPECT_EQ(SourceInt(s, AL_SOURCE_STATE), AL_PLAYING);
@@ -124,31 +124,27 @@ TEST_F(SoundSystemTest, PlayStartsTheSlotAtTheListener) {
     EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_FALSE);
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 1.0f);
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_GAIN), 1.0f);
-    float v[6];
-    alGetListenerfv(AL_POSITION, v);
-    ExpectVector(v, 0, 0, 0);
-    alGetListenerfv(AL_ORIENTATION, v);
-    ExpectVector(v, 0, 0, 1);
-    ExpectVector(v + 3, 0, 1, 0);
+    ExpectNear(Floats(s, AL_POSITION), {0, 0, 0});
+    ExpectNear(Floats(0, AL_POSITION), {0, 0, 0});
+    ExpectNear(Floats(0, AL_ORIENTATION, 6), {0, 0, 1, 0, 1, 0});
     EXPECT_EQ(sound.Play(1, 14), 0);
     EXPECT_EQ(sound.Play(1, -2), 0);
+    // Another sound on the same source cuts the first off and plays in its place.
+    ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 8000), 2), 1);
+    ASSERT_EQ(sound.Play(2, 4), 1);
+    EXPECT_EQ(static_cast<ALuint>(SourceInt(s, AL_BUFFER)), sound.buffers[2]);
+    EXPECT_EQ(SourceInt(s, AL_SOURCE_STATE), AL_PLAYING);
 }
 
+// Source -1 takes the sources in turn: fourteen sounds in a row all play at once.
 TEST_F(SoundSystemTest, SourceMinusOneTakesTheSourcesInTurn) {
     ASSERT_EQ(Upload(sound, ToneWav(1, 16, 8000, 8000), 2), 1);
-    for (int i = 0; i < SoundSystem::kSourceCount + 2; i++) {
-        int expected = i % SoundSystem::kSourceCount;
-        ASSERT_EQ(sound.nextSource, expected);
-        alSourceStop(sound.sources[expected]);
+    for (int i = 0; i < SoundSystem::kSourceCount; i++) {
         ASSERT_EQ(sound.Play(2, -1), 1);
-        EXPECT_EQ(SourceInt(sound.sources[expected], AL_SOURCE_STATE), AL_PLAYING) << i;
     }
-    // StopSource(-1) stops the next in turn and moves the turn on.
-    EXPECT_EQ(sound.nextSource, 2);
-    sound.StopSource(-1);
-    EXPECT_EQ(SourceInt(sound.sources[2], AL_SOURCE_STATE), AL_STOPPED);
-    EXPECT_EQ(SourceInt(sound.sources[3], AL_SOURCE_STATE), AL_PLAYING);
-    EXPECT_EQ(sound.nextSource, 3);
+    for (int i = 0; i < SoundSystem::kSourceCount; i++) {
+        EXPECT_EQ(SourceInt(sound.sources[i], AL_SOURCE_STATE), AL_PLAYING) << i;
+    }
 }
 
 TEST_F(SoundSystemTest, PlayAtScalesPositionsAndFacesTheCameraYaw) {
@@ -156,14 +152,9 @@ TEST_F(SoundSystemTest, PlayAtScalesPositionsAndFacesTheCameraYaw) {
     float listener[3] = {1000, -500, 250}, angles[3] = {30, 90, 45}, at[3] = {0, 500, -2500};
     ASSERT_EQ(sound.PlayAt(10, 0, listener, angles, at, 0.5f, 0.01f, true), 1);
     ALuint s = sound.sources[0];
-    float v[6];
-    alGetListenerfv(AL_POSITION, v);
-    ExpectVector(v, 2.0f, -1.0f, 0.5f);
-    alGetListenerfv(AL_ORIENTATION, v);
-    ExpectVector(v, 1, 0, 0);  // yaw 90 faces +x; pitch and roll play no part
-    ExpectVector(v + 3, 0, 1, 0);
-    alGetSourcefv(s, AL_POSITION, v);
-    ExpectVector(v, 0, 1.0f, -5.0f);
+    ExpectNear(Floats(0, AL_POSITION), {2.0f, -1.0f, 0.5f});
+    ExpectNear(Floats(0, AL_ORIENTATION, 6), {1, 0, 0, 0, 1, 0});  // yaw 90 faces +x; pitch and roll play no part
+    ExpectNear(Floats(s, AL_POSITION), {0, 1.0f, -5.0f});
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 0.05f);
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_GAIN), 0.5f);
     EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_TRUE);
@@ -171,50 +162,15 @@ TEST_F(SoundSystemTest, PlayAtScalesPositionsAndFacesTheCameraYaw) {
 
     float back[3] = {0, 180, 0}, origin[3] = {0, 0, 0};
     ASSERT_EQ(sound.PlayAt(10, 0, origin, back, origin, 1, 1.5f, false), 1);
-    alGetListenerfv(AL_ORIENTATION, v);
-    ExpectVector(v, 0, 0, -1);
+    ExpectNear(Floats(0, AL_ORIENTATION), {0, 0, -1});
     EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 1.5f);
     EXPECT_EQ(SourceInt(s, AL_LOOPING), AL_FALSE);
 }
 
-TEST_F(SoundSystemTest, SourceControlsAffectOnlyExistingSources) {
-    ALuint s = sound.sources[5];
-    float p[3] = {100, 200, -300};
-    sound.SetSourcePosition(5, p);
-    float v[3];
-    alGetSourcefv(s, AL_POSITION, v);
-    ExpectVector(v, 0.2f, 0.4f, -0.6f);
-    alSource3f(s, AL_VELOCITY, 1, 2, 3);
-    sound.ResetSource(5);
-    alGetSourcefv(s, AL_POSITION, v);
-    ExpectVector(v, 0, 0, 0);
-    alGetSourcefv(s, AL_VELOCITY, v);
-    ExpectVector(v, 0, 0, 0);
-    sound.SetSourcePitch(5, 0.0f);
-    EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 0.05f);
-    sound.SetSourcePitch(5, 2.0f);
-    EXPECT_FLOAT_EQ(SourceFloat(s, AL_PITCH), 2.0f);
-    sound.SetSourceGain(5, 0.25f);
-    EXPECT_FLOAT_EQ(SourceFloat(s, AL_GAIN), 0.25f);
-    sound.SetSourceGain(14, 0.5f);  // ignored, not a crash
-    sound.ResetSource(-5);
-}
-
-TEST(SoundStartup, LogsTheDeviceAndLoadsTheGameSoundsThatExist) {
+// The start-up lines themselves are the startup_sound script's to check, in a real run's log.
+TEST(SoundStartup, LoadsTheGameSoundsThatExist) {
     test::FreshGlobalSound fresh;
     ASSERT_EQ(InitSoundAtStartup(), 1);
-    // Newest first; the separator after these lines is start-up's to write.
-    int n = 0;
-    while (n < Console::kLineCount && strncmp(g_console.lines[n], "Listing extensions: ", 20) != 0) {
-        n++;  // the extension list may take several console lines
-    }
-    ASSERT_LT(n, static_cast<int>(Console::kLineCount));
-    std::string versions = std::string(g_sound.VersionString()) + ", " + g_sound.RendererString() + ", " +
-                           g_sound.VendorString();
-    EXPECT_EQ(std::string(g_console.lines[n + 1]), versions.substr(0, 83));
-    EXPECT_EQ(std::string(g_console.lines[n + 2]), std::string("Device found: ") + g_sound.deviceName);
-    EXPECT_STREQ(g_console.lines[n + 3], "Initialising OpenAL:");
-
     std::string data = test::ScratchDir("game_sounds");
     test::WriteResource(data, "sound\\jump01.wav", ToneWav(1, 16, 11025, 100));
     test::WriteResource(data, "sound\\blip.wav", ToneWav(1, 8, 8000, 100));
@@ -243,11 +199,6 @@ TEST(ShippedSounds, AllTenGameSoundsLoadIntoTheirSlots) {
     ASSERT_EQ(g_sound.Init(), 1);
     EXPECT_EQ(LoadGameSounds(&resources), 10);
     for (int slot = SoundRun1; slot <= SoundBlip; slot++) {
-        ASSERT_NE(g_sound.buffers[slot], 0u) << "slot " << slot;
-        ALint size = BufferInt(g_sound.buffers[slot], AL_SIZE);
-        ALint rate = BufferInt(g_sound.buffers[slot], AL_FREQUENCY);
-        EXPECT_GT(size, 0) << "slot " << slot;
-        EXPECT_GE(rate, 8000) << "slot " << slot;
+        EXPECT_GT(BufferInt(g_sound.buffers[slot], AL_SIZE), 0) << "slot " << slot;
     }
-    EXPECT_EQ(g_sound.buffers[SoundBlip + 1], 0u);
 }

@@ -110,32 +110,24 @@ TEST_F(VpkTool, ErrorsSayWhyAndChangeNothing) {
     ASSERT_EQ(Vpk({"create", "p.vpk", "extra.txt"}).status, 0);
     std::vector<unsigned char> before = test::ReadFile("p.vpk");
 
-    VpkRun run = Vpk({"add", "p.vpk", "src/logo.tga", "no-such-file"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find("cannot read 'no-such-file'"), std::string::npos) << run.err;
-    EXPECT_EQ(test::ReadFile("p.vpk"), before);
-
-    run = Vpk({"remove", "p.vpk", "extra.txt", "absent"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find("no entry 'absent'"), std::string::npos);
-    EXPECT_EQ(test::ReadFile("p.vpk"), before);
-
     test::WriteText("bad.vpk",
                     "PKZIP and something longer than a header ........................................");
-    run = Vpk({"list", "bad.vpk"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find("bad magic"), std::string::npos);
-
     std::vector<unsigned char> cut(before.begin(), before.end() - 1);
     test::WriteFile("cut.vpk", cut.data(), cut.size());
-    run = Vpk({"extract", "cut.vpk", "-C", "x"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find("damaged"), std::string::npos);
-
-    run = Vpk({"list", "missing.vpk"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find("cannot read 'missing.vpk'"), std::string::npos);
-
+    struct Case {
+        std::vector<std::string> args;
+        const char* why;
+    } cases[] = {{{"add", "p.vpk", "src/logo.tga", "no-such-file"}, "cannot read 'no-such-file'"},
+                 {{"remove", "p.vpk", "extra.txt", "absent"}, "no entry 'absent'"},
+                 {{"list", "bad.vpk"}, "bad magic"},
+                 {{"extract", "cut.vpk", "-C", "x"}, "damaged"},
+                 {{"list", "missing.vpk"}, "cannot read 'missing.vpk'"}};
+    for (const Case& c : cases) {
+        VpkRun run = Vpk(c.args);
+        EXPECT_EQ(run.status, 1) << c.why;
+        EXPECT_NE(run.err.find(c.why), std::string::npos) << run.err;
+        EXPECT_EQ(test::ReadFile("p.vpk"), before) << c.why;
+    }
     EXPECT_EQ(Vpk({"frobnicate"}).status, 2);
     EXPECT_EQ(Vpk({"create"}).status, 2);
     EXPECT_EQ(Vpk({"create", "q.vpk", "--name", std::string(32, 'n')}).status, 1);
