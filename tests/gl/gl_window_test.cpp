@@ -42,21 +42,10 @@ protected:
 };
 
 TEST_F(GlWindowTest, EachFailingStepShowsItsOwnBoxAndLeavesNothing) {
-    const int steps[] = {SysStepInitVideo,
-                         SysStepCreateWindow,
-                         SysStepDeviceContext,
-                         SysStepChoosePixelFormat,
-                         SysStepSetPixelFormat,
-                         SysStepCreateContext,
-                         SysStepMakeCurrent,
-                         SysStepReleaseCurrent,
-                         SysStepDeleteContext,
-                         SysStepReleaseDeviceContext,
-                         SysStepDestroyWindow,
-                         SysStepShutdownVideo,
-                         SysStepNone};
     std::set<std::string> texts;
-    for (int step : steps) {
+    // Every step in turn, then none: a clean teardown shows nothing.
+    for (int k = SysStepInitVideo; k <= SysStepShutdownVideo + 1; k++) {
+        int step = k > SysStepShutdownVideo ? SysStepNone : k;
         SCOPED_TRACE(step);
         bool teardown = step >= SysStepReleaseCurrent || step == SysStepNone;
         // A live window first: a failing Create must also take the old one down.
