@@ -40,7 +40,8 @@ TEST(WavFile, UnknownChunksAreSkippedAndChunkOrderIsFree) {
     EXPECT_EQ(wav.length, 12u);
     EXPECT_EQ(wav.data, image.data() + image.size() - 12);
     // "data" before "fmt " works as well, and a later "data" replaces an earlier one.
-    ASSERT_TRUE(Parse(Riff("RIFF", "WAVE", {data, fmt, Chunk("data", Bytes(3, 9))}), &wav));
+    auto reordered = Riff("RIFF", "WAVE", {data, fmt, Chunk("data", Bytes(3, 9))});
+    ASSERT_TRUE(Parse(reordered, &wav));
     EXPECT_EQ(wav.length, 3u);
     EXPECT_EQ(wav.data[0], 9);
 }
