@@ -10,7 +10,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
+#include <sstream>
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -151,6 +154,51 @@ inline void SaveArtefact(const char* name, const Frame& frame) {
         memcpy(out, frame.At(x, frame.height - 1 - y), 3);
     });
     test::WriteFile(dir + "/" + name + ".tga", file.data(), file.size());
+}
+
+// A picture as taken, kept as the mean colour of each 25 x 25 block of an 800 x 600 frame (one
+// line of numbers per block row): anything a player would see move, tint or go missing changes
+// some block by more than rounding does, while the file stays small and readable in a diff.
+inline std::string BlockMeans(const Frame& frame) {
+    std::string means;
+    for (int by = 0; by < 600; by += 25) {
+        for (int bx = 0; bx < 800; bx += 25) {
+            int sum[3] = {0, 0, 0};
+            for (int y = by; y < by + 25; y++) {
+                for (int x = bx; x < bx + 25; x++) {
+                    for (int c = 0; c < 3; c++) {
+                        sum[c] += frame.At(x, y)[c];
+                    }
+                }
+            }
+            for (int c = 0; c < 3; c++) {
+                means += std::to_string(sum[c] / 625) + (bx == 775 && c == 2 ? "\n" : " ");
+            }
+        }
+    }
+    return means;
+}
+
+// The blocks unlike tests/gl/<file>, the pictures' block means as taken; with
+// VANTLE_WRITE_SIGNATURE=1 the file is taken again from these first (look at the artefacts the
+// test saved before committing it). -1 when the file does not hold as many blocks.
+inline int BlocksUnlike(const char* file, const std::string& means) {
+    std::string path = std::string(VANTLE_SOURCE_DIR) + "/tests/gl/" + file;
+    if (getenv("VANTLE_WRITE_SIGNATURE")) {
+        test::WriteFile(path, means.data(), means.size());
+    }
+    std::ifstream stored(path);
+    std::vector<int> expected{std::istream_iterator<int>(stored), std::istream_iterator<int>()};
+    std::istringstream taken(means);
+    std::vector<int> now{std::istream_iterator<int>(taken), std::istream_iterator<int>()};
+    if (expected.size() != now.size()) {
+        return -1;
+    }
+    int unlike = 0;
+    for (size_t i = 0; i < now.size(); i++) {
+        unlike += abs(now[i] - expected[i]) > 2;
+    }
+    return unlike;
 }
 
 // The number of console log lines that contain text.
