@@ -42,6 +42,14 @@ protected:
         g_menuDepthFirst = 1;
         SceneTest::TearDown();
     }
+    // What loading the title made, undone: the title is empty again for the tests after this one.
+    static void ReleaseTitle() {
+        ReleaseMenuScene();
+        g_keyboardModel.Clear();
+        g_logoTextModel.Clear();
+        g_levelTitleText.Reset();
+        g_menuLocation.lightmaps.Clear();
+    }
     static void Look(float x, float y, float z, float yaw) {
         const float camera[6] = {x, y, z, 0.0f, yaw, 0.0f};
         memcpy(g_window.renderCamera, camera, sizeof(camera));
@@ -170,12 +178,7 @@ TEST_F(MenuDrawTest, TheKeyboardDepthFirstLeavesTheShippedTitleUnchanged) {
     Frame captureNoKeyboard = draw(0, 1);
     EXPECT_EQ(drawtest::MaxDifference(capture, captureNoKeyboard), 0);
     EXPECT_GT(drawtest::MaxDifference(capture, first), 0);
-    // What the loading made, undone: the title is empty again for the tests after this one.
-    ReleaseMenuScene();
-    g_keyboardModel.Clear();
-    g_logoTextModel.Clear();
-    g_levelTitleText.Reset();
-    g_menuLocation.lightmaps.Clear();
+    ReleaseTitle();
 }
 
 }  // namespace
@@ -202,12 +205,7 @@ TEST_F(MenuDrawTest, TheTitleFiveSecondsInLooksAsItsPictureWasTaken) {
     EXPECT_EQ(drawtest::BlocksUnlike("title_signature.txt", drawtest::BlockMeans(frame)), 0)
         << "blocks of the title unlike its picture (see title_five_seconds.tga)";
     g_music.StopMusic();
-    ReleaseMenuScene();
-    g_keyboardModel.Clear();
-    g_logoTextModel.Clear();
-    g_levelTitleText.Reset();
-    g_menuLocation.lightmaps.Clear();
-    memset(g_keyDown, 0, sizeof(g_keyDown));
+    ReleaseTitle();
     g_menuMusicStarted = 0;
     g_creditsX = 800.0f;
     ResetRand();

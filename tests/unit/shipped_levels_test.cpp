@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <sstream>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -39,18 +39,13 @@ std::vector<std::string> Play(const std::string& path) {
 // The solution's "ticks T, air A, score S" from each level's row of the table in docs/levels.md
 // ("| 01 | name | teaches | pieces | entities | triangles | ticks | air | score | bake |").
 std::map<int, std::string> DocumentedOutcomes() {
+    static const std::regex kRow(R"(^\| (\d+) \|.*\| (\d+) \| ([\d.]+) \| (\d+) \| [^|]* \|$)");
     std::map<int, std::string> rows;
     std::ifstream doc(std::string(VANTLE_SOURCE_DIR) + "/docs/levels.md");
-    std::string line;
-    while (std::getline(doc, line)) {
-        std::vector<std::string> cells;
-        std::stringstream row(line);
-        std::string cell;
-        while (std::getline(row >> std::ws, cell, '|')) {
-            cells.push_back(cell.substr(0, cell.find_last_not_of(' ') + 1));
-        }
-        if (cells.size() == 11 && isdigit(static_cast<unsigned char>(cells[1][0]))) {
-            rows[atoi(cells[1].c_str())] = "ticks " + cells[7] + ", air " + cells[8] + ", score " + cells[9];
+    std::smatch row;
+    for (std::string line; std::getline(doc, line);) {
+        if (std::regex_match(line, row, kRow)) {
+            rows[std::stoi(row[1])] = "ticks " + row[2].str() + ", air " + row[3].str() + ", score " + row[4].str();
         }
     }
     return rows;
