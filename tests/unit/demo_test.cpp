@@ -170,6 +170,7 @@ TEST_F(DemoCommandTest, ConsoleCommandsRecordAndStopThroughTheGameTick) {
     }
     ExecuteCommand("DEMO_STOP");
     EXPECT_EQ(g_demo.mode, DemoIdle);
+    EXPECT_EQ(std::string(g_console.lines[0]).find("Unknown Command"), std::string::npos);  // taken
     // The recorded file plays back as the recording went: the record and playback test's part.
     std::vector<unsigned char> bytes = test::ReadFile(file);
     std::string text(bytes.begin(), bytes.end());

@@ -77,7 +77,7 @@ TEST(TgaDecode, RunLengthBoundsAreChecked) {
         bool good;
     } cases[] = {{4, 1, 32, {0x83, 1, 2, 3, 4}, true},          {3, 1, 32, {0x83, 1, 2, 3, 4}, false},
                  {1, 1, 24, {0x01, 1, 2, 3, 4, 5, 6}, false},    {4, 1, 32, {0x83, 1, 2, 3}, false},
-                 {2, 1, 24, {0x80, 1, 2, 3}, false},             {3, 1, 24, {0x02, 1, 2, 3, 4, 5, 6, 7, 8}, false},
+                 {2, 1, 24, {0x80, 1, 2, 3}, false},             {2, 2, 24, {0x83, 1, 2, 3}, true},             {3, 1, 24, {0x02, 1, 2, 3, 4, 5, 6, 7, 8}, false},
                  {65535, 65535, 32, {0xFF, 1, 2, 3, 4}, false}};
     for (const Case& c : cases) {
         Bytes file = Header(10, c.width, c.height, static_cast<unsigned char>(c.bits));
