@@ -4,9 +4,11 @@
 // always has: data/, config.vbt, autoexec.vbt and recordings all sit there,
 // so build/run, or a modder's folder of their own, keeps working unchanged.
 //
-// The installed program is known by its layout: the executable in
-// <prefix>/games/ and the packages in <prefix>/share/games/vantle2/data. It
-// never reads or writes the working directory, whatever that holds. It moves
+// The installed program is known by where it stands: in a folder named games
+// (<prefix>/games/vantle2), or with packages in share/games/vantle2/data (or
+// share/vantle2/data) under its folder's parent. It never reads or writes the
+// working directory, whatever that holds; an installed program whose data is
+// gone stops rather than fall back on it. It moves
 // into the player's folder, $XDG_DATA_HOME/vantle2 (by the XDG rules,
 // ~/.local/share/vantle2 by default), which holds everything the game writes,
 // and whose own data/ is searched before the installed data (see
