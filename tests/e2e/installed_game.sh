@@ -11,6 +11,7 @@
 #      of 0 for root, whom permissions do not stop): the game still starts and quits on +QUIT,
 #      says why config.vbt was not written, and the older config.vbt is untouched
 #   4. the installed data gone: status 1, every folder searched named, nothing written
+# and before all of it --version and an unknown argument (the usage, status 2).
 # Arguments: build directory, source directory.
 set -uo pipefail
 # shellcheck source=tools/e2e_common.sh
@@ -22,6 +23,11 @@ root="$scratch/root"
 DESTDIR="$root" cmake --install "$build" --prefix /usr/local >install.txt 2>&1 || fail "cmake --install failed"
 game="$root/usr/local/games/vantle2"
 share="$root/usr/local/share"
+
+# The command line: the version, and the usage with status 2 for anything unknown.
+"$game" --version | grep -qx 'vantle2 [0-9]*\.[0-9]*\.[0-9]*' || fail "--version: $("$game" --version)"
+"$game" --fullscreen >usage.txt 2>&1
+[ $? -eq 2 ] && grep -q '^usage: vantle2 ' usage.txt || fail "an unknown argument: $(head -1 usage.txt)"
 
 # 1. What the desktop reads.
 desktop-file-validate "$share/applications/vantle2.desktop" || fail "the desktop entry is not valid"
