@@ -15,6 +15,7 @@ PACKAGES=(
     xvfb xauth xdotool x11-utils x11-xkb-utils imagemagick
     clang libclang-rt-14-dev
     python3 ccache
+    lintian desktop-file-utils appstream
 )
 
 missing=()

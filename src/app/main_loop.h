@@ -17,5 +17,6 @@ void RunTick();
 void SnapWindowSize(int* width, int* height);
 // Alt+Enter: leaves or enters full-screen at the snapped size and recreates the window.
 void ToggleFullScreen();
-// The whole program: start-up, the loop until quit, shutdown. Returns the exit status 0.
+// The whole program: start-up, the loop until quit, shutdown. Returns the exit status: 0,
+// or 1 when the installed game finds no data.
 int VantleMain();

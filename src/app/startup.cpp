@@ -2,16 +2,19 @@
 // brings them up in dependency order: the configuration script first, so the
 // video commands shape the window before it opens, then the window, the
 // start-up log, render defaults, the loading screen, the timer and the
-// subsystems, and finally autoexec.vbt. Shutdown writes config.vbt; the global
-// destructors release the rest in reverse order.
+// subsystems, and finally autoexec.vbt and the command line's console lines.
+// Before all of it the folders are settled (game_folders.h), so the installed
+// game reads and writes only the player's folder. Shutdown writes config.vbt;
+// the global destructors release the rest in reverse order.
 #include <GL/gl.h>
 
 #include <cstdio>
 #include <cstring>
 
-#include "app/config_file.h"
+#include "app/command_line.h"
 #include "app/console.h"
 #include "app/frame_timer.h"
+#include "app/game_folders.h"
 #include "app/gl_window.h"
 #include "app/main_loop.h"
 #include "app/scene_hooks.h"
@@ -95,6 +98,9 @@ static void StartServices() {
     Call(g_hooks.resetParticles);
     Call(g_hooks.prepareMusic);
     RunScript("autoexec.vbt", 0);
+    for (int i = 0; i < g_startCommands.count; i++) {
+        ExecuteCommand(g_startCommands.lines[i]);
+    }
     Call(g_hooks.createScreenTexture);
     Call(g_hooks.loadGameSounds);
     Call(g_hooks.loadLogoScene);
@@ -105,6 +111,9 @@ static void StartServices() {
 
 int VantleMain() {
     Console_SetEcho(EchoLine);
+    if (!EnterGameFolders()) {
+        return 1;
+    }
     g_window.width = 640;
     g_window.height = 480;
     g_window.fov = 20.0f;
@@ -121,7 +130,6 @@ int VantleMain() {
         MainLoopPass();
     }
     Call(g_hooks.releaseGameObjects);
-    // A configuration that cannot be written is silently skipped.
-    WriteConfig("config.vbt");
+    SaveConfig();
     return 0;
 }

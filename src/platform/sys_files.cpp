@@ -44,6 +44,16 @@ void Sys_ToNativePath(const char* path, char* out, int outSize) {
     out[i] = 0;
 }
 
+static int s_writeError;
+
+// Keeps the first error of a failed write: the clean-up after it may set errno again.
+static void NoteWriteError(bool* ok) {
+    if (*ok) {
+        s_writeError = errno;
+        *ok = false;
+    }
+}
+
 int Sys_WriteFileAtomic(const char* path, const void* data, unsigned int length) {
     char native[1024];
     Sys_ToNativePath(path, native, sizeof(native));
@@ -51,17 +61,31 @@ int Sys_WriteFileAtomic(const char* path, const void* data, unsigned int length)
     snprintf(temporary, sizeof(temporary), "%s.tmp%ld", native, static_cast<long>(getpid()));
     FILE* file = fopen(temporary, "wb");
     if (!file) {
+        s_writeError = errno;
         return 0;
     }
-    bool ok = length == 0 || fwrite(data, 1, length, file) == length;
-    ok = fflush(file) == 0 && ok;
-    ok = fsync(fileno(file)) == 0 && ok;
-    ok = fclose(file) == 0 && ok;
-    if (!ok || rename(temporary, native) != 0) {
+    bool ok = true;
+    if (length != 0 && fwrite(data, 1, length, file) != length) {
+        NoteWriteError(&ok);
+    }
+    if (fflush(file) != 0 || fsync(fileno(file)) != 0) {
+        NoteWriteError(&ok);
+    }
+    if (fclose(file) != 0) {
+        NoteWriteError(&ok);
+    }
+    if (ok && rename(temporary, native) != 0) {
+        NoteWriteError(&ok);
+    }
+    if (!ok) {
         remove(temporary);
         return 0;
     }
     return 1;
+}
+
+const char* Sys_WriteErrorText() {
+    return strerror(s_writeError);
 }
 
 unsigned char* Sys_ReadWholeFile(const char* path, unsigned int* length) {

@@ -17,6 +17,9 @@ void Sys_ToNativePath(const char* path, char* out, int outSize);
 // old file. Returns 1 on success, 0 when nothing was replaced.
 int Sys_WriteFileAtomic(const char* path, const void* data, unsigned int length);
 
+// Why the last Sys_WriteFileAtomic that failed failed, in the system's words.
+const char* Sys_WriteErrorText();
+
 // Reads a whole file into a fresh malloc'd block (the caller frees it) and sets *length;
 // null when the file cannot be opened or read, or is 4 GiB or larger.
 unsigned char* Sys_ReadWholeFile(const char* path, unsigned int* length);

@@ -8,6 +8,7 @@
 
 ResourceManager::ResourceManager() : buffer(nullptr), bufferSize(0), cachePackages(1) {
     strcpy(dataDirectory, "data");
+    baseDirectory[0] = 0;
 }
 
 ResourceManager::~ResourceManager() {
@@ -117,11 +118,15 @@ unsigned char* ResourceManager::Open(const char* name) {
     }
     unsigned int length = 0;
     unsigned char* bytes = OpenLoose(dataDirectory, name, &length);
+    if (!bytes && baseDirectory[0]) {
+        bytes = OpenLoose(baseDirectory, name, &length);
+    }
     if (!bytes) {
         char packagePath[260];
         unsigned long long offset;
         if (!LocateInPackages(dataDirectory, name, packagePath, &offset, &length) &&
-            !LocateInPackages("data", name, packagePath, &offset, &length)) {
+            !LocateInPackages("data", name, packagePath, &offset, &length) &&
+            !(baseDirectory[0] && LocateInPackages(baseDirectory, name, packagePath, &offset, &length))) {
             return nullptr;
         }
         FILE* package = OpenNative(packagePath);

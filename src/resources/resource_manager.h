@@ -8,6 +8,12 @@
 //   3. the same search in the fixed directory "data" (the same place unless a
 //      tool changed dataDirectory).
 //
+// The installed game adds its own read-only data under the player's as
+// baseDirectory: the player's loose files, then the installed loose files, then
+// the player's packages, then the installed packages. A player's add-on is thus
+// found exactly as a loose file or package is in the working directory, and a
+// loose file still beats every package.
+//
 // Package directories are kept in memory between lookups (package_cache.h), so
 // an Open that misses the loose file lists the directory and stamps each
 // package, but reads no directory from disk unless the package changed. With
@@ -23,6 +29,7 @@
 class ResourceManager {
 public:
     char dataDirectory[260];
+    char baseDirectory[260];  // installed data searched after dataDirectory; "" for none
     unsigned char* buffer;    // bytes of the resource opened last, or null
     unsigned int bufferSize;  // their count
     int cachePackages;        // 1: package directories from memory; 0: read from disk each time

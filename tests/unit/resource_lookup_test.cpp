@@ -81,6 +81,31 @@ TEST_F(LookupTest, FirstListedPackageSuppliesASharedName) {
     }
 }
 
+// The installed game's order: the player's loose file, the installed loose file, the player's
+// package, the installed package. Each row removes the winner of the row before.
+TEST_F(LookupTest, PlayerDataComesBeforeInstalledDataLooseFilesFirst) {
+    std::string installed = dir + "/installed";
+    snprintf(manager.baseDirectory, sizeof(manager.baseDirectory), "%s", installed.c_str());
+    ASSERT_TRUE(Sys_MakeDirectory((installed + "/textures").c_str()));
+    ASSERT_TRUE(Sys_MakeDirectory((dir + "/textures").c_str()));
+    SavePackage(dir + "/player.vpk", {{"textures\\t.tga", "player package"}});
+    SavePackage(installed + "/base.vpk", {{"textures\\t.tga", "installed package"}, {"only.tga", "x"}});
+    ASSERT_TRUE(test::WriteText(dir + "/textures/t.tga", "player loose"));
+    ASSERT_TRUE(test::WriteText(installed + "/textures/t.tga", "installed loose"));
+    const char* const winners[][2] = {{"player loose", "/textures/t.tga"},
+                                      {"installed loose", "/installed/textures/t.tga"},
+                                      {"player package", "/player.vpk"},
+                                      {"installed package", nullptr}};
+    for (const auto& row : winners) {
+        ASSERT_NE(manager.Open("textures\\t.tga"), nullptr) << row[0];
+        EXPECT_EQ(Held(manager), row[0]);
+        if (row[1]) {
+            ASSERT_EQ(std::filesystem::remove(dir + row[1]), true);
+        }
+    }
+    EXPECT_NE(manager.Open("only.tga"), nullptr);
+}
+
 TEST_F(LookupTest, BufferRulesOfOpen) {
     SavePackage(dir + "/a.vpk", {{"empty", ""}, {"text", "hello"}});
     unsigned char* first = manager.Open("text");

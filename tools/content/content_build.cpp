@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "character_models.h"
+#include "image.h"
 #include "interface_textures.h"
 #include "level_compiler.h"
 #include "level_textures.h"
 #include "music_assets.h"
+#include "platform/sys_files.h"
 #include "prop_models.h"
 #include "resources/package.h"
 #include "sound_effects.h"
@@ -67,6 +69,25 @@ bool WritePackages(const AssetList& list, const std::string& dataDirectory, std:
         }
         std::string path = dataDirectory + "/" + packageName;
         if (!package->Save(path.c_str())) {
+            *error = path + ": cannot write";
+            return false;
+        }
+    }
+    return true;
+}
+
+bool WriteDesktopIcons(const std::string& fontDirectory, const std::string& directory, std::string* error) {
+    for (int size : {48, 128, 256}) {
+        Image badge;
+        if (!DrawBadge(fontDirectory, size, &badge, error)) {
+            return false;
+        }
+        std::string folder =
+            directory + "/hicolor/" + std::to_string(size) + "x" + std::to_string(size) + "/apps";
+        std::vector<uint8_t> png = EncodePng(badge);
+        std::string path = folder + "/vantle2.png";
+        if (!Sys_MakeDirectory(folder.c_str()) ||
+            !Sys_WriteFileAtomic(path.c_str(), png.data(), static_cast<unsigned int>(png.size()))) {
             *error = path + ": cannot write";
             return false;
         }

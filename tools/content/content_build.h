@@ -22,3 +22,6 @@ struct ContentOptions {
 bool BuildContent(const ContentOptions& options, AssetList* list, std::string* error);
 // Writes one .vpk per package name into dataDirectory; false with a message on failure.
 bool WritePackages(const AssetList& list, const std::string& dataDirectory, std::string* error);
+// Writes the desktop's icons, the engine's badge as PNG files, into
+// directory/hicolor/<n>x<n>/apps/vantle2.png for n = 48, 128, 256; false with a message.
+bool WriteDesktopIcons(const std::string& fontDirectory, const std::string& directory, std::string* error);

@@ -110,6 +110,73 @@ std::vector<uint8_t> EncodeTga(const Image& image, bool force32) {
     return out;
 }
 
+static uint32_t Crc32(const uint8_t* bytes, size_t length) {
+    uint32_t crc = 0xFFFFFFFFu;
+    for (size_t i = 0; i < length; i++) {
+        crc ^= bytes[i];
+        for (int bit = 0; bit < 8; bit++) {
+            crc = (crc >> 1) ^ (0xEDB88320u & (0u - (crc & 1u)));
+        }
+    }
+    return ~crc;
+}
+
+static void PutBigEndian(std::vector<uint8_t>* out, uint32_t value) {
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        out->push_back(static_cast<uint8_t>(value >> shift));
+    }
+}
+
+// One chunk: length, type, data and the CRC of type and data.
+static void PutChunk(std::vector<uint8_t>* out, const char* type, const std::vector<uint8_t>& data) {
+    PutBigEndian(out, static_cast<uint32_t>(data.size()));
+    size_t start = out->size();
+    out->insert(out->end(), type, type + 4);
+    out->insert(out->end(), data.begin(), data.end());
+    PutBigEndian(out, Crc32(out->data() + start, out->size() - start));
+}
+
+// A zlib stream of stored blocks (at most 65535 bytes each) holding raw.
+static std::vector<uint8_t> StoredZlib(const std::vector<uint8_t>& raw) {
+    std::vector<uint8_t> out = {0x78, 0x01};
+    size_t at = 0;
+    do {
+        size_t length = std::min<size_t>(raw.size() - at, 65535);
+        out.push_back(at + length == raw.size() ? 1 : 0);  // final-block bit, type 0 (stored)
+        uint16_t n = static_cast<uint16_t>(length);
+        uint16_t inverse = static_cast<uint16_t>(~n);
+        out.insert(out.end(), {static_cast<uint8_t>(n), static_cast<uint8_t>(n >> 8),
+                               static_cast<uint8_t>(inverse), static_cast<uint8_t>(inverse >> 8)});
+        out.insert(out.end(), raw.begin() + at, raw.begin() + at + length);
+        at += length;
+    } while (at < raw.size());
+    uint32_t a = 1, b = 0;
+    for (uint8_t byte : raw) {
+        a = (a + byte) % 65521;
+        b = (b + a) % 65521;
+    }
+    PutBigEndian(&out, (b << 16) | a);
+    return out;
+}
+
+std::vector<uint8_t> EncodePng(const Image& image) {
+    std::vector<uint8_t> raw;
+    size_t row = static_cast<size_t>(image.width) * 4;
+    for (int y = 0; y < image.height; y++) {
+        raw.push_back(0);  // filter: none
+        raw.insert(raw.end(), image.rgba.begin() + y * row, image.rgba.begin() + (y + 1) * row);
+    }
+    std::vector<uint8_t> header;
+    PutBigEndian(&header, static_cast<uint32_t>(image.width));
+    PutBigEndian(&header, static_cast<uint32_t>(image.height));
+    header.insert(header.end(), {8, 6, 0, 0, 0});  // 8 bits, RGBA, deflate, no filter set, no interlace
+    std::vector<uint8_t> out = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+    PutChunk(&out, "IHDR", header);
+    PutChunk(&out, "IDAT", StoredZlib(raw));
+    PutChunk(&out, "IEND", {});
+    return out;
+}
+
 bool DecodeTga(const uint8_t* bytes, size_t length, Image* out) {
     static const uint8_t kHeader[12] = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0};
     if (length < 18 || memcmp(bytes, kHeader, 12) != 0) {
@@ -139,8 +206,7 @@ bool DecodeTga(const uint8_t* bytes, size_t length, Image* out) {
 }
 
 Colour Mix(Colour a, Colour b, float t) {
-    return Colour{a.r + (b.r - a.r) * t, a.g + (b.g - a.g) * t, a.b + (b.b - a.b) * t,
-                  a.a + (b.a - a.a) * t};
+    return Colour{a.r + (b.r - a.r) * t, a.g + (b.g - a.g) * t, a.b + (b.b - a.b) * t, a.a + (b.a - a.a) * t};
 }
 
 Colour Rgb(int r, int g, int b, int a) {

@@ -43,6 +43,10 @@ public:
 // the picture has transparency or force32 is set, else 24 bits.
 std::vector<uint8_t> EncodeTga(const Image& image, bool force32 = false);
 
+// Encodes a picture as an 8-bit RGBA PNG (the desktop's icons). The pixels go into stored
+// deflate blocks: every reader takes them, and no compression library is needed.
+std::vector<uint8_t> EncodePng(const Image& image);
+
 // Decodes an uncompressed 24- or 32-bit TGA made by EncodeTga back into a picture
 // (tests use it to look at generated files); false on anything else.
 bool DecodeTga(const uint8_t* bytes, size_t length, Image* out);

@@ -101,16 +101,18 @@ static Image LivesIcon() {
     return img;
 }
 
-// The engine's badge: a "V2" in a ring.
-static bool LogoBadge(const std::string& fonts, Image* img, std::string* error) {
-    *img = Image(64, 64);
+// The engine's badge: a "V2" in a ring, drawn on a size x size picture (64 in the game,
+// larger as the desktop's icon).
+bool DrawBadge(const std::string& fonts, int size, Image* img, std::string* error) {
+    const float s = size / 64.0f;
+    *img = Image(size, size);
     img->Fill(Colour{0, 0, 0, 0});
-    PaintDisc(img, 32, 32, 30, Rgb(30, 30, 40), 1.0f);
-    PaintDisc(img, 32, 32, 27, Rgb(200, 140, 40), 1.0f);
-    PaintDisc(img, 32, 32, 24, Rgb(40, 60, 90), 1.0f);
-    const TextStyle style = {"DejaVuSans-Bold.ttf", 26, Rgb(255, 240, 190),
-                             Rgb(230, 170, 60),     1,  Rgb(0, 0, 0)};
-    return PaintText(fonts, style, "V2", 32, 42, img, error);
+    PaintDisc(img, 32 * s, 32 * s, 30 * s, Rgb(30, 30, 40), 1.0f);
+    PaintDisc(img, 32 * s, 32 * s, 27 * s, Rgb(200, 140, 40), 1.0f);
+    PaintDisc(img, 32 * s, 32 * s, 24 * s, Rgb(40, 60, 90), 1.0f);
+    const TextStyle style = {"DejaVuSans-Bold.ttf", static_cast<int>(26 * s),         Rgb(255, 240, 190),
+                             Rgb(230, 170, 60),     std::max(1, static_cast<int>(s)), Rgb(0, 0, 0)};
+    return PaintText(fonts, style, "V2", size / 2, static_cast<int>(42 * s), img, error);
 }
 
 // The widget sheet: field and button bars, the check box and its tick, at the
@@ -210,7 +212,7 @@ bool GenerateInterfaceTextures(AssetList* list, const std::string& fontDirectory
     }
     AddTga(list, "gui\\air.tga", img, true);
     AddTga(list, "gui\\lives.tga", LivesIcon(), true);
-    if (!LogoBadge(fontDirectory, &img, error)) {
+    if (!DrawBadge(fontDirectory, 64, &img, error)) {
         return false;
     }
     AddTga(list, "gui_logo.tga", img, true);
