@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "app/gl_window.h"
+#include "app/key_bindings.h"
 #include "app/scene_camera.h"
 #include "app/scene_hooks.h"
 #include "game/game_state.h"
@@ -29,6 +30,15 @@ struct TextWriter {
     }
 };
 
+static void WriteBinding(int key, int gameKey, void* context) {
+    TextWriter* writer = static_cast<TextWriter*>(context);
+    if (gameKey) {
+        writer->Line("BIND %s %s", KeyLabel(key).text, KeyLabel(gameKey).text);
+    } else {
+        writer->Line("UNBIND %s", KeyLabel(key).text);
+    }
+}
+
 int BuildConfigText(char* out, int outSize) {
     if (outSize <= 0) {
         return 0;
@@ -52,6 +62,7 @@ int BuildConfigText(char* out, int outSize) {
     if (highScore) {
         writer.Line("HIGHSCORE %i", static_cast<int>(highScore));
     }
+    ForEachBinding(WriteBinding, &writer);
     return writer.length;
 }
 

@@ -3,6 +3,7 @@
 
 #include "app/gl_window.h"
 #include "app/input.h"
+#include "app/key_bindings.h"
 #include "platform/sys_events.h"
 #include "platform/sys_joystick.h"
 #include "platform/sys_window.h"
@@ -88,10 +89,10 @@ intptr_t WindowProc(SysWindow* window, unsigned int message, uintptr_t wParam, i
             w->Present();
             return Sys_DefWindowProc(window, message, wParam, lParam);
         case WM_KEYDOWN:
-            w->keys[wParam & 0xFF] = 1;
+            KeyDown(w->keys, static_cast<int>(wParam & 0xFF));
             return 0;
         case WM_KEYUP:
-            w->keys[wParam & 0xFF] = 0;
+            KeyUp(w->keys, static_cast<int>(wParam & 0xFF));
             return 0;
         case WM_MOUSEMOVE:
             SetMouse2D(w, lParam);
