@@ -51,7 +51,12 @@ int BuildConfigText(char* out, int outSize) {
     writer.Line("%s", rule);
     writer.Line("VID_FULL %i", g_window.fullScreen);
     writer.Line("VID_VSYNC %i", g_window.vsync);
-    writer.Line("VID_SIZE %i,%i", g_window.width, g_window.height);
+    // Full screen on the desktop's mode keeps the window size the player chose.
+    if (g_window.sizedByDesktop) {
+        writer.Line("VID_SIZE %i,%i", g_window.windowedSize[0], g_window.windowedSize[1]);
+    } else {
+        writer.Line("VID_SIZE %i,%i", g_window.width, g_window.height);
+    }
     writer.Line("VID_QUALITY %i", g_window.videoQuality);
     writer.Line("CAMERA_POS %.2f,%.2f,%.2f", g_camera.position.x, g_camera.position.y, g_camera.position.z);
     writer.Line("CAMERA_ROT %.2f,%.2f,%.2f", g_camera.pitch, g_camera.yaw, g_camera.roll);

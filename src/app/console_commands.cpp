@@ -121,6 +121,16 @@ static void FlagCommand(CommandLine& line, uint8_t* field, const char* usage) {
     *field = static_cast<uint8_t>(Flag(value));
 }
 
+// 0 a window, 2 full screen on the desktop's own mode, any other number full screen in a mode.
+static void VidFull(CommandLine& line) {
+    const char* value = line.Next(" ");
+    if (!value) {
+        g_console.Print("VID_FULL <2/1/0> (%i)", g_window.fullScreen);
+        return;
+    }
+    g_window.fullScreen = atoi(value) == 2 ? 2 : static_cast<uint8_t>(Flag(value));
+}
+
 static void HighScore(CommandLine& line) {
     const char* value = line.Next(" ");
     if (!value) {
@@ -171,6 +181,8 @@ static void VidSize(CommandLine& line) {
     }
     g_window.width = atoi(width);
     g_window.height = atoi(height);
+    // A size given while full screen on the desktop is the window's to come back to.
+    g_window.sizedByDesktop = 0;
 }
 
 static void ByteCommand(CommandLine& line, uint8_t* field, const char* usage, int showValue) {
@@ -253,7 +265,7 @@ static int RunCommand(const char* word, CommandLine& line) {
     } else if (!strcasecmp(word, "VID_NORMALS")) {
         FlagCommand(line, &w.showNormals, "VID_NORMALS <1/0> (%i)");
     } else if (!strcasecmp(word, "VID_FULL")) {
-        FlagCommand(line, &w.fullScreen, "VID_FULL <1/0> (%i)");
+        VidFull(line);
     } else if (!strcasecmp(word, "HIGHSCORE")) {
         HighScore(line);
     } else if (!strcasecmp(word, "CAMERA_POS")) {

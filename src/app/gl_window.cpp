@@ -63,7 +63,10 @@ GlWindow::GlWindow()
       polyCount(0),
       videoQuality(0),
       flashIntensity(0.0f),
-      flashColour{1.0f, 1.0f, 1.0f} {
+      flashColour{1.0f, 1.0f, 1.0f},
+      desktopFullScreen(0),
+      sizedByDesktop(0),
+      windowedSize{} {
     memset(title, 0, sizeof(title));
     strcpy(title, "Default Title");
     char layout[9];
@@ -108,8 +111,29 @@ void GlWindow::Destroy() {
 
 // The full-screen mode is tried first; a refused mode silently becomes a window.
 static void TryFullScreen(GlWindow* w) {
-    if (w->fullScreen && !Sys_ChangeDisplayMode(w->width, w->height, w->colourBits)) {
+    if (w->fullScreen == 1 && !Sys_ChangeDisplayMode(w->width, w->height, w->colourBits)) {
         w->fullScreen = 0;
+    }
+}
+
+// Into the desktop's mode the chosen window size is put aside; out of it, it comes back.
+static void FollowDesktop(GlWindow* w) {
+    if (w->fullScreen == 2) {
+        w->desktopFullScreen = 1;
+        if (!w->sizedByDesktop) {
+            w->windowedSize[0] = w->width;
+            w->windowedSize[1] = w->height;
+            w->sizedByDesktop = 1;
+        }
+        return;
+    }
+    if (w->fullScreen == 1) {
+        w->desktopFullScreen = 0;
+    }
+    if (w->sizedByDesktop) {
+        w->width = w->windowedSize[0];
+        w->height = w->windowedSize[1];
+        w->sizedByDesktop = 0;
     }
 }
 
@@ -138,7 +162,8 @@ int GlWindow::Create(const char* newTitle, int newWidth, int newHeight, int newF
     if (newHeight) {
         height = newHeight;
     }
-    fullScreen = newFullScreen ? 1 : 0;
+    fullScreen = newFullScreen == 2 ? 2 : (newFullScreen ? 1 : 0);
+    FollowDesktop(this);
     Sys_SetWindowProc(WindowProc);
     if (!Sys_InitVideo()) {
         CreateError("halix_Renderer : Failed To Register The Window Class.");
@@ -155,6 +180,9 @@ int GlWindow::Create(const char* newTitle, int newWidth, int newHeight, int newF
         Destroy();
         CreateError("halix_Renderer : Window Creation Error.");
         return 0;
+    }
+    if (fullScreen == 2) {
+        Sys_WindowSize(window, &width, &height);
     }
     if (!fullScreen) {
         int desktopWidth = 0, desktopHeight = 0;

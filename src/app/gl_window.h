@@ -38,7 +38,7 @@ public:
     int32_t width;
     int32_t height;
     int32_t colourBits;
-    uint8_t fullScreen;
+    uint8_t fullScreen;  // 0 a window, 1 a display mode of width x height, 2 the desktop's own mode
     uint8_t vsync;
     uint8_t active;
     uint8_t showNormals;
@@ -69,11 +69,17 @@ public:
     int32_t videoQuality;
     float flashIntensity;
     float flashColour[3];
+    // Full screen on the desktop's mode sizes the window by the desktop; the window size the
+    // player chose is kept aside for the way back and for config.vbt.
+    uint8_t desktopFullScreen;  // Alt+Enter goes to mode 2 rather than 1
+    uint8_t sizedByDesktop;     // width and height are the desktop's, windowedSize the player's
+    int32_t windowedSize[2];
 
     GlWindow();
     ~GlWindow();
 
-    // Opens the window and its GL context (null title or zero sizes keep the current ones); 1 or 0.
+    // Opens the window and its GL context (null title or zero sizes keep the current ones;
+    // newFullScreen as fullScreen); 1 or 0.
     int Create(const char* newTitle, int newWidth, int newHeight, int newFullScreen);
     // Tears down context, window and class, reporting (but surviving) every failure.
     void Destroy();

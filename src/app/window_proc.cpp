@@ -76,7 +76,8 @@ intptr_t WindowProc(SysWindow* window, unsigned int message, uintptr_t wParam, i
             Sys_PostQuitMessage(0);
             return 0;
         case WM_SIZE:
-            if (!w->fullScreen) {
+            // A display mode's window keeps its size; the desktop's follows the desktop.
+            if (w->fullScreen != 1) {
                 w->Resize(static_cast<int>(Sys_LoWord(static_cast<uintptr_t>(lParam))),
                           static_cast<int>(Sys_HiWord(static_cast<uintptr_t>(lParam))));
             }

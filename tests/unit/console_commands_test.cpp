@@ -72,7 +72,7 @@ TEST_F(ConsoleCommands, UsageLinesShowCurrentValues) {
         {"VID_SIZE", "VID_SIZE <WIDTH>,<HEIGHT> (640, 480)"},
         {"VID_SIZE 1024", "VID_SIZE <WIDTH>,<HEIGHT> (640, 480)"},
         {"VID_QUALITY", "VID_QUALITY <1/0> (0)"},
-        {"VID_FULL", "VID_FULL <1/0> (0)"},
+        {"VID_FULL", "VID_FULL <2/1/0> (0)"},
         {"VID_VSYNC", "VID_VSYNC <1/0> (0)"},
         {"VID_NORMALS", "VID_NORMALS <1/0> (0)"},
         {"DEBUG_FRUSTUM", "DEBUG_FRUSTUM <1/0> (1)"},
