@@ -12,7 +12,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         lines += data[i] == '\n' || data[i] == '\r';
     }
     int rejected = -1;
-    int taken = Sys_JoystickAddMappings(reinterpret_cast<const char*>(data), static_cast<int>(size), &rejected);
+    int taken =
+        Sys_JoystickAddMappings(reinterpret_cast<const char*>(data), static_cast<int>(size), &rejected);
     if (taken < 0 || rejected < 0 || taken + rejected > lines) {
         abort();
     }

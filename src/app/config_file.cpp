@@ -67,6 +67,9 @@ int BuildConfigText(char* out, int outSize) {
     if (highScore) {
         writer.Line("HIGHSCORE %i", static_cast<int>(highScore));
     }
+    if (g_window.keepAspect) {
+        writer.Line("VID_ASPECT %i", g_window.keepAspect);
+    }
     ForEachBinding(WriteBinding, &writer);
     return writer.length;
 }

@@ -264,6 +264,9 @@ static int RunCommand(const char* word, CommandLine& line) {
         VidQuality(line);
     } else if (!strcasecmp(word, "VID_NORMALS")) {
         FlagCommand(line, &w.showNormals, "VID_NORMALS <1/0> (%i)");
+    } else if (!strcasecmp(word, "VID_ASPECT")) {
+        FlagCommand(line, &w.keepAspect, "VID_ASPECT <1/0> (%i)");
+        w.ApplyViewport();
     } else if (!strcasecmp(word, "VID_FULL")) {
         VidFull(line);
     } else if (!strcasecmp(word, "HIGHSCORE")) {

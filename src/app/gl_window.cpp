@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "app/input.h"
+#include "app/scene_hooks.h"
 #include "platform/sys_events.h"
 #include "platform/sys_input.h"
 #include "platform/sys_message_box.h"
@@ -66,7 +67,8 @@ GlWindow::GlWindow()
       flashColour{1.0f, 1.0f, 1.0f},
       desktopFullScreen(0),
       sizedByDesktop(0),
-      windowedSize{} {
+      windowedSize{},
+      keepAspect(0) {
     memset(title, 0, sizeof(title));
     strcpy(title, "Default Title");
     char layout[9];
@@ -218,6 +220,9 @@ int GlWindow::Create(const char* newTitle, int newWidth, int newHeight, int newF
     }
     Sys_ShowWindow(window);
     InitGL();
+    if (keepAspect) {
+        ApplyViewport();
+    }
     shaders.AttachContext();
     return 1;
 }
@@ -242,12 +247,45 @@ int GlWindow::InitGL() {
 void GlWindow::Resize(int newWidth, int newHeight) {
     width = newWidth;
     height = newHeight == 0 ? 1 : newHeight;
+    ApplyViewport();
+}
+
+void GlWindow::ViewRect(int32_t rect[4]) const {
+    rect[0] = 0;
+    rect[1] = 0;
+    rect[2] = width;
+    rect[3] = height;
+    if (!keepAspect || width <= 0 || height <= 0) {
+        return;
+    }
+    // Whole pixels, and a 4:3 that comes out exact wherever the size allows it.
+    if (static_cast<int64_t>(width) * 3 > static_cast<int64_t>(height) * 4) {
+        rect[2] = height * 4 / 3;
+        rect[0] = (width - rect[2]) / 2;
+    } else {
+        rect[3] = width * 3 / 4;
+        rect[1] = (height - rect[3]) / 2;
+    }
+}
+
+void GlWindow::ApplyViewport() {
     if (renderContext) {
-        glViewport(0, 0, width, height);
+        int32_t rect[4];
+        ViewRect(rect);
+        glViewport(rect[0], rect[1], rect[2], rect[3]);
     }
 }
 
 void GlWindow::BeginFrame() {
+    // The glow's capture pass draws into a corner of its own viewport: cleared whole.
+    if (renderContext && keepAspect && !g_capturePass) {
+        glClearColor(0.0f, 0.0f, 0.0f, 1.0f);
+        glClear(GL_COLOR_BUFFER_BIT);
+        int32_t rect[4];
+        ViewRect(rect);
+        glScissor(rect[0], rect[1], rect[2], rect[3]);
+        glEnable(GL_SCISSOR_TEST);
+    }
     if (renderContext) {
         if (fogEnabled) {
             glClearColor(fogColour[0], fogColour[1], fogColour[2], 1.0f);
@@ -255,6 +293,7 @@ void GlWindow::BeginFrame() {
             glClearColor(clearColour[0], clearColour[1], clearColour[2], 1.0f);
         }
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        glDisable(GL_SCISSOR_TEST);
     }
     framesDrawn++;
     polyCount = 0;

@@ -130,7 +130,7 @@ static void CapturePass() {
     g_window.BeginFrame();
     Call(g_hooks.drawGameView);
     Call(g_hooks.captureScreenTexture);
-    glViewport(0, 0, saved[2], saved[3]);
+    glViewport(saved[0], saved[1], saved[2], saved[3]);
     g_capturePass = 0;
 }
 

@@ -110,6 +110,13 @@ int VantleMain() {
     g_window.width = 640;
     g_window.height = 480;
     g_window.fov = 20.0f;
+    // A new player's picture keeps its shape; one who has played before keeps the picture
+    // their config.vbt describes (stretched unless it says VID_ASPECT 1).
+    FILE* existing = fopen("config.vbt", "rb");
+    g_window.keepAspect = existing ? 0 : 1;
+    if (existing) {
+        fclose(existing);
+    }
     RunScript("config.vbt", 0);
     // Before the window captures the first pad, so that pad is read through its mapping.
     LoadPadMappings("gamecontrollerdb.txt");

@@ -140,8 +140,10 @@ static const PadButton kPadButtons[] = {
 };
 
 static void ReadMapped(SysJoystickState* out) {
-    out->x = StickOrPad(SDL_CONTROLLER_AXIS_LEFTX, SDL_CONTROLLER_BUTTON_DPAD_LEFT, SDL_CONTROLLER_BUTTON_DPAD_RIGHT);
-    out->y = StickOrPad(SDL_CONTROLLER_AXIS_LEFTY, SDL_CONTROLLER_BUTTON_DPAD_UP, SDL_CONTROLLER_BUTTON_DPAD_DOWN);
+    out->x = StickOrPad(SDL_CONTROLLER_AXIS_LEFTX, SDL_CONTROLLER_BUTTON_DPAD_LEFT,
+                        SDL_CONTROLLER_BUTTON_DPAD_RIGHT);
+    out->y = StickOrPad(SDL_CONTROLLER_AXIS_LEFTY, SDL_CONTROLLER_BUTTON_DPAD_UP,
+                        SDL_CONTROLLER_BUTTON_DPAD_DOWN);
     out->z = Scale(SDL_GameControllerGetAxis(s_controller, SDL_CONTROLLER_AXIS_RIGHTX));
     out->buttons = 0;
     for (const PadButton& pad : kPadButtons) {
