@@ -160,17 +160,14 @@ TEST_F(HotPlug, APadPluggedInMidLevelJumpsAndPulledOutMidJumpLeavesNothingHeld) 
     EXPECT_EQ(Sys_JoystickIsMapped(), 1);
 
     // Back, north and Start reach the keys of buttons 7, 8 and 12.
-    const struct {
-        int index;
-        int vk;
-    } keys[] = {{PadBack, 'Z'}, {PadNorth, 'X'}, {PadStart, 'P'}};
+    const int keys[][2] = {{PadBack, 'Z'}, {PadNorth, 'X'}, {PadStart, 'P'}};
     for (const auto& k : keys) {
-        Press(k.index, 1);
+        Press(k[0], 1);
         PollJoystick();
-        EXPECT_EQ(g_window.keys[k.vk], 1) << k.vk;
-        Press(k.index, 0);
+        EXPECT_EQ(g_window.keys[k[1]], 1) << k[1];
+        Press(k[0], 0);
         PollJoystick();
-        g_window.keys[k.vk] = 0;
+        g_window.keys[k[1]] = 0;
     }
 
     // Walking right on the D-pad, jump with the south button.
