@@ -11,6 +11,7 @@
 #include "app/config_file.h"
 #include "app/console.h"
 #include "app/gl_window.h"
+#include "app/key_bindings.h"
 #include "app/scene_camera.h"
 #include "app/scene_hooks.h"
 #include "fuzz_seeds.h"
@@ -48,6 +49,10 @@ static void ResetState() {
     g_debug = 0;
     g_debugMode = 0;
     highScore = 0;
+    ResetKeyBindings();
+    g_window.sizedByDesktop = 0;
+    g_window.desktopFullScreen = 0;
+    g_window.keepAspect = 0;
 }
 
 static int WriteBytes(const char* path, const void* data, size_t size) {
@@ -106,8 +111,11 @@ void VantleFuzzSeeds(FuzzSeedList& seeds) {
     int length = BuildConfigText(config, sizeof(config));
     AddSeed(seeds, config, static_cast<size_t>(length));
     ResetState();
-    AddText(seeds, "VID_SIZE 800x600\nVID_FULL 1\nVID_QUALITY 2\nCAMERA_POS 1,2\nCAMERA_ROT 10,20,30\n");
+    AddText(seeds,
+            "VID_SIZE 800x600\nVID_FULL 2\nVID_FULL 1\nVID_ASPECT 1\nVID_QUALITY 2\n"
+            "CAMERA_POS 1,2\nCAMERA_ROT 10,20,30\n");
     AddText(seeds, "  vid_fov 45\r\n// comment\r\nLMAP_QUALITY 7\r\nHIGHSCORE 99999\r\nDEBUG 300\r\n");
     AddText(seeds, "LOCATION_FOG_START 2.5\nLOCATION_FOG_END\nVID_SIZE 1024\nUNKNOWN thing\nCLS\nQUIT\n");
+    AddText(seeds, "BIND w up\nBIND J SPACE\nUNBIND UP\nBIND 0xBA 0x20\nBIND RETURN X\nBIND Q\nBINDLIST\n");
     AddText(seeds, "CAMERA_POS 1e30,-1e30,nan\nCAMERA_ROT inf,-0.005,0.125\nVID_SIZE -5,-7\n");
 }

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "app/gl_window.h"
+#include "app/key_bindings.h"
 #include "app/scene_camera.h"
 #include "app/scene_hooks.h"
 #include "game/game_state.h"
@@ -29,6 +30,15 @@ struct TextWriter {
     }
 };
 
+static void WriteBinding(int key, int gameKey, void* context) {
+    TextWriter* writer = static_cast<TextWriter*>(context);
+    if (gameKey) {
+        writer->Line("BIND %s %s", KeyLabel(key).text, KeyLabel(gameKey).text);
+    } else {
+        writer->Line("UNBIND %s", KeyLabel(key).text);
+    }
+}
+
 int BuildConfigText(char* out, int outSize) {
     if (outSize <= 0) {
         return 0;
@@ -41,7 +51,12 @@ int BuildConfigText(char* out, int outSize) {
     writer.Line("%s", rule);
     writer.Line("VID_FULL %i", g_window.fullScreen);
     writer.Line("VID_VSYNC %i", g_window.vsync);
-    writer.Line("VID_SIZE %i,%i", g_window.width, g_window.height);
+    // Full screen on the desktop's mode keeps the window size the player chose.
+    if (g_window.sizedByDesktop) {
+        writer.Line("VID_SIZE %i,%i", g_window.windowedSize[0], g_window.windowedSize[1]);
+    } else {
+        writer.Line("VID_SIZE %i,%i", g_window.width, g_window.height);
+    }
     writer.Line("VID_QUALITY %i", g_window.videoQuality);
     writer.Line("CAMERA_POS %.2f,%.2f,%.2f", g_camera.position.x, g_camera.position.y, g_camera.position.z);
     writer.Line("CAMERA_ROT %.2f,%.2f,%.2f", g_camera.pitch, g_camera.yaw, g_camera.roll);
@@ -52,6 +67,10 @@ int BuildConfigText(char* out, int outSize) {
     if (highScore) {
         writer.Line("HIGHSCORE %i", static_cast<int>(highScore));
     }
+    if (g_window.keepAspect) {
+        writer.Line("VID_ASPECT %i", g_window.keepAspect);
+    }
+    ForEachBinding(WriteBinding, &writer);
     return writer.length;
 }
 

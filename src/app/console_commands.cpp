@@ -12,9 +12,11 @@
 #include "app/console.h"
 #include "app/frame_timer.h"
 #include "app/gl_window.h"
+#include "app/key_bindings.h"
 #include "app/scene_camera.h"
 #include "app/scene_hooks.h"
 #include "game/game_state.h"
+#include "game/replay.h"
 #include "platform/sys_events.h"
 
 static const char* const kWindowTitle = "Vantle2\x99";
@@ -119,6 +121,16 @@ static void FlagCommand(CommandLine& line, uint8_t* field, const char* usage) {
     *field = static_cast<uint8_t>(Flag(value));
 }
 
+// 0 a window, 2 full screen on the desktop's own mode, any other number full screen in a mode.
+static void VidFull(CommandLine& line) {
+    const char* value = line.Next(" ");
+    if (!value) {
+        g_console.Print("VID_FULL <2/1/0> (%i)", g_window.fullScreen);
+        return;
+    }
+    g_window.fullScreen = atoi(value) == 2 ? 2 : static_cast<uint8_t>(Flag(value));
+}
+
 static void HighScore(CommandLine& line) {
     const char* value = line.Next(" ");
     if (!value) {
@@ -169,6 +181,8 @@ static void VidSize(CommandLine& line) {
     }
     g_window.width = atoi(width);
     g_window.height = atoi(height);
+    // A size given while full screen on the desktop is the window's to come back to.
+    g_window.sizedByDesktop = 0;
 }
 
 static void ByteCommand(CommandLine& line, uint8_t* field, const char* usage, int showValue) {
@@ -182,6 +196,57 @@ static void ByteCommand(CommandLine& line, uint8_t* field, const char* usage, in
         return;
     }
     *field = static_cast<uint8_t>(atoi(value) & 0xFF);
+}
+
+// A key named as a replay file names it, in any case: 1..255, or -1.
+static int KeyCode(const char* word) {
+    if (!word) {
+        return -1;
+    }
+    char upper[16];
+    int i = 0;
+    for (; word[i] && i < static_cast<int>(sizeof(upper)) - 1; i++) {
+        upper[i] = static_cast<char>(word[i] >= 'a' && word[i] <= 'z' ? word[i] - 32 : word[i]);
+    }
+    upper[i] = 0;
+    int code = word[i] ? -1 : ReplayKeyCode(upper);
+    return code >= 1 && code <= 255 ? code : -1;
+}
+
+static void Bind(CommandLine& line) {
+    int key = KeyCode(line.Next(" "));
+    int gameKey = KeyCode(line.Next(" "));
+    if (key < 0 || gameKey < 0) {
+        g_console.AddLine("BIND <KEY> <GAME KEY>");
+        return;
+    }
+    if (!BindKey(key, gameKey)) {
+        g_console.Print("%s cannot be rebound", KeyLabel(key).text);
+    }
+}
+
+static void Unbind(CommandLine& line) {
+    int key = KeyCode(line.Next(" "));
+    if (key < 0) {
+        g_console.AddLine("UNBIND <KEY>");
+        return;
+    }
+    if (!UnbindKey(key)) {
+        g_console.Print("%s cannot be rebound", KeyLabel(key).text);
+    }
+}
+
+static void ListBinding(int key, int gameKey, void* count) {
+    g_console.Print("%s -> %s", KeyLabel(key).text, gameKey ? KeyLabel(gameKey).text : "(nothing)");
+    ++*static_cast<int*>(count);
+}
+
+static void BindList() {
+    int count = 0;
+    ForEachBinding(ListBinding, &count);
+    if (count == 0) {
+        g_console.AddLine("Every key is its own");
+    }
 }
 
 // Runs the command named word; 0 when no command has that name.
@@ -199,8 +264,11 @@ static int RunCommand(const char* word, CommandLine& line) {
         VidQuality(line);
     } else if (!strcasecmp(word, "VID_NORMALS")) {
         FlagCommand(line, &w.showNormals, "VID_NORMALS <1/0> (%i)");
+    } else if (!strcasecmp(word, "VID_ASPECT")) {
+        FlagCommand(line, &w.keepAspect, "VID_ASPECT <1/0> (%i)");
+        w.ApplyViewport();
     } else if (!strcasecmp(word, "VID_FULL")) {
-        FlagCommand(line, &w.fullScreen, "VID_FULL <1/0> (%i)");
+        VidFull(line);
     } else if (!strcasecmp(word, "HIGHSCORE")) {
         HighScore(line);
     } else if (!strcasecmp(word, "CAMERA_POS")) {
@@ -227,6 +295,12 @@ static int RunCommand(const char* word, CommandLine& line) {
         ByteCommand(line, &g_debug, "DEBUG <1/0>", 0);
     } else if (!strcasecmp(word, "DEBUG_MODE")) {
         ByteCommand(line, &g_debugMode, "DEBUG_MODE <1/0> (%i)", 1);
+    } else if (!strcasecmp(word, "BIND")) {
+        Bind(line);
+    } else if (!strcasecmp(word, "UNBIND")) {
+        Unbind(line);
+    } else if (!strcasecmp(word, "BINDLIST")) {
+        BindList();
     } else if (!strcasecmp(word, "DEBUG_FRUSTUM")) {
         FlagCommand(line, &w.frustumFlag, "DEBUG_FRUSTUM <1/0> (%i)");
     } else {

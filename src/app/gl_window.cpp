@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "app/input.h"
+#include "app/scene_hooks.h"
 #include "platform/sys_events.h"
 #include "platform/sys_input.h"
 #include "platform/sys_message_box.h"
@@ -63,7 +64,11 @@ GlWindow::GlWindow()
       polyCount(0),
       videoQuality(0),
       flashIntensity(0.0f),
-      flashColour{1.0f, 1.0f, 1.0f} {
+      flashColour{1.0f, 1.0f, 1.0f},
+      desktopFullScreen(0),
+      sizedByDesktop(0),
+      windowedSize{},
+      keepAspect(0) {
     memset(title, 0, sizeof(title));
     strcpy(title, "Default Title");
     char layout[9];
@@ -108,8 +113,29 @@ void GlWindow::Destroy() {
 
 // The full-screen mode is tried first; a refused mode silently becomes a window.
 static void TryFullScreen(GlWindow* w) {
-    if (w->fullScreen && !Sys_ChangeDisplayMode(w->width, w->height, w->colourBits)) {
+    if (w->fullScreen == 1 && !Sys_ChangeDisplayMode(w->width, w->height, w->colourBits)) {
         w->fullScreen = 0;
+    }
+}
+
+// Into the desktop's mode the chosen window size is put aside; out of it, it comes back.
+static void FollowDesktop(GlWindow* w) {
+    if (w->fullScreen == 2) {
+        w->desktopFullScreen = 1;
+        if (!w->sizedByDesktop) {
+            w->windowedSize[0] = w->width;
+            w->windowedSize[1] = w->height;
+            w->sizedByDesktop = 1;
+        }
+        return;
+    }
+    if (w->fullScreen == 1) {
+        w->desktopFullScreen = 0;
+    }
+    if (w->sizedByDesktop) {
+        w->width = w->windowedSize[0];
+        w->height = w->windowedSize[1];
+        w->sizedByDesktop = 0;
     }
 }
 
@@ -138,7 +164,8 @@ int GlWindow::Create(const char* newTitle, int newWidth, int newHeight, int newF
     if (newHeight) {
         height = newHeight;
     }
-    fullScreen = newFullScreen ? 1 : 0;
+    fullScreen = newFullScreen == 2 ? 2 : (newFullScreen ? 1 : 0);
+    FollowDesktop(this);
     Sys_SetWindowProc(WindowProc);
     if (!Sys_InitVideo()) {
         CreateError("halix_Renderer : Failed To Register The Window Class.");
@@ -155,6 +182,9 @@ int GlWindow::Create(const char* newTitle, int newWidth, int newHeight, int newF
         Destroy();
         CreateError("halix_Renderer : Window Creation Error.");
         return 0;
+    }
+    if (fullScreen == 2) {
+        Sys_WindowSize(window, &width, &height);
     }
     if (!fullScreen) {
         int desktopWidth = 0, desktopHeight = 0;
@@ -190,6 +220,9 @@ int GlWindow::Create(const char* newTitle, int newWidth, int newHeight, int newF
     }
     Sys_ShowWindow(window);
     InitGL();
+    if (keepAspect) {
+        ApplyViewport();
+    }
     shaders.AttachContext();
     return 1;
 }
@@ -214,12 +247,45 @@ int GlWindow::InitGL() {
 void GlWindow::Resize(int newWidth, int newHeight) {
     width = newWidth;
     height = newHeight == 0 ? 1 : newHeight;
+    ApplyViewport();
+}
+
+void GlWindow::ViewRect(int32_t rect[4]) const {
+    rect[0] = 0;
+    rect[1] = 0;
+    rect[2] = width;
+    rect[3] = height;
+    if (!keepAspect || width <= 0 || height <= 0) {
+        return;
+    }
+    // Whole pixels, and a 4:3 that comes out exact wherever the size allows it.
+    if (static_cast<int64_t>(width) * 3 > static_cast<int64_t>(height) * 4) {
+        rect[2] = height * 4 / 3;
+        rect[0] = (width - rect[2]) / 2;
+    } else {
+        rect[3] = width * 3 / 4;
+        rect[1] = (height - rect[3]) / 2;
+    }
+}
+
+void GlWindow::ApplyViewport() {
     if (renderContext) {
-        glViewport(0, 0, width, height);
+        int32_t rect[4];
+        ViewRect(rect);
+        glViewport(rect[0], rect[1], rect[2], rect[3]);
     }
 }
 
 void GlWindow::BeginFrame() {
+    // The glow's capture pass draws into a corner of its own viewport: cleared whole.
+    if (renderContext && keepAspect && !g_capturePass) {
+        glClearColor(0.0f, 0.0f, 0.0f, 1.0f);
+        glClear(GL_COLOR_BUFFER_BIT);
+        int32_t rect[4];
+        ViewRect(rect);
+        glScissor(rect[0], rect[1], rect[2], rect[3]);
+        glEnable(GL_SCISSOR_TEST);
+    }
     if (renderContext) {
         if (fogEnabled) {
             glClearColor(fogColour[0], fogColour[1], fogColour[2], 1.0f);
@@ -227,6 +293,7 @@ void GlWindow::BeginFrame() {
             glClearColor(clearColour[0], clearColour[1], clearColour[2], 1.0f);
         }
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        glDisable(GL_SCISSOR_TEST);
     }
     framesDrawn++;
     polyCount = 0;

@@ -38,7 +38,7 @@ public:
     int32_t width;
     int32_t height;
     int32_t colourBits;
-    uint8_t fullScreen;
+    uint8_t fullScreen;  // 0 a window, 1 a display mode of width x height, 2 the desktop's own mode
     uint8_t vsync;
     uint8_t active;
     uint8_t showNormals;
@@ -69,19 +69,34 @@ public:
     int32_t videoQuality;
     float flashIntensity;
     float flashColour[3];
+    // Full screen on the desktop's mode sizes the window by the desktop; the window size the
+    // player chose is kept aside for the way back and for config.vbt.
+    uint8_t desktopFullScreen;  // Alt+Enter goes to mode 2 rather than 1
+    uint8_t sizedByDesktop;     // width and height are the desktop's, windowedSize the player's
+    int32_t windowedSize[2];
+    // 1: the picture keeps its 4:3 shape in the middle of the window, black bars beside or
+    // above it; 0: stretched over the whole window.
+    uint8_t keepAspect;
 
     GlWindow();
     ~GlWindow();
 
-    // Opens the window and its GL context (null title or zero sizes keep the current ones); 1 or 0.
+    // Opens the window and its GL context (null title or zero sizes keep the current ones;
+    // newFullScreen as fullScreen); 1 or 0.
     int Create(const char* newTitle, int newWidth, int newHeight, int newFullScreen);
     // Tears down context, window and class, reporting (but surviving) every failure.
     void Destroy();
     // Sets the GL defaults and looks up the swap-interval and multitexture entry points; always 1.
     int InitGL();
-    // Stores the client size (a zero height becomes 1) and sets the viewport to it.
+    // Stores the client size (a zero height becomes 1) and sets the viewport to the view.
     void Resize(int newWidth, int newHeight);
-    // Clears colour and depth (fog colour while fog is on), counts the frame, zeroes polyCount.
+    // The window pixels the picture takes as a GL viewport (x, y from the bottom, width,
+    // height): the whole client area, or with keepAspect the largest 4:3 part in its middle.
+    void ViewRect(int32_t rect[4]) const;
+    // Sets the GL viewport to ViewRect (nothing without a context).
+    void ApplyViewport();
+    // Clears colour and depth (fog colour while fog is on; with keepAspect the bars black),
+    // counts the frame, zeroes polyCount.
     void BeginFrame();
     // Draws the scene through sceneDraw and swaps; does neither while sceneDraw is null.
     void Present();
@@ -102,7 +117,7 @@ public:
     // Up to eight of the set's lights, in range of point when point is given; lighting off
     // when the set has none.
     void SetLocationLights(const LightmapSet* set, const float* point);
-    // The 800 x 600 canvas, y down, stretched over the window; no depth test, no texture.
+    // The 800 x 600 canvas, y down, over the viewport; no depth test, no texture.
     void Begin2D();
     // Draws 32-byte vertices (position, normal, uv) as triangles, placed, turned and scaled.
     void DrawMesh(const float* vertices, unsigned int triangleCount, float x, float y, float z,

@@ -18,8 +18,11 @@ extern float g_lastMouse[2];
 
 // The window procedure of every window of the program; does nothing while g_activeWindow is null.
 intptr_t WindowProc(SysWindow* window, unsigned int message, uintptr_t wParam, intptr_t lParam);
-// Once per tick: mirrors joystick buttons 1, 7, 8 and 12 into the key table.
+// Once per tick: follows pads plugged in and out (logging each), then mirrors joystick
+// buttons 1, 7, 8 and 12 into the key table.
 void PollJoystick();
+// Adds the pad mappings of a gamecontrollerdb.txt file (silent when there is none).
+void LoadPadMappings(const char* path);
 // Once per tick: a left click that ended without movement resets the drag state.
 void EndClick();
 // Once per tick: right drag looks around, left drag flies, middle drag rises and sinks.

@@ -102,8 +102,14 @@ void ToggleFullScreen() {
     if (g_window.fullScreen) {
         Sys_RestoreDisplayMode(g_window.window);
     }
-    SnapWindowSize(&g_window.width, &g_window.height);
-    g_window.fullScreen = !g_window.fullScreen;
+    if (g_window.fullScreen == 2) {
+        g_window.fullScreen = 0;  // back to the window size kept aside
+    } else if (!g_window.fullScreen && g_window.desktopFullScreen) {
+        g_window.fullScreen = 2;
+    } else {
+        SnapWindowSize(&g_window.width, &g_window.height);
+        g_window.fullScreen = !g_window.fullScreen;
+    }
     ExecuteCommand("VID_RESTART");
 }
 
@@ -124,7 +130,7 @@ static void CapturePass() {
     g_window.BeginFrame();
     Call(g_hooks.drawGameView);
     Call(g_hooks.captureScreenTexture);
-    glViewport(0, 0, saved[2], saved[3]);
+    glViewport(saved[0], saved[1], saved[2], saved[3]);
     g_capturePass = 0;
 }
 

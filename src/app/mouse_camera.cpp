@@ -1,5 +1,7 @@
 #include <cmath>
+#include <cstdio>
 
+#include "app/console.h"
 #include "app/gl_window.h"
 #include "app/input.h"
 #include "app/scene_camera.h"
@@ -34,7 +36,32 @@ static void MirrorPress(GlWindow* w, unsigned int buttons, unsigned int mask, in
     }
 }
 
+// A pad pulled out mid-game lets go of everything it held: the mirrored buttons and the
+// "up" the stick was walking with.
+static void ReleasePad(GlWindow* w) {
+    MirrorHeld(w, 0, 0, JoyLatchButton1, VK_SPACE);
+    MirrorHeld(w, 0, 0, JoyLatchButton7, 'Z');
+    MirrorHeld(w, 0, 0, JoyLatchButton8, 'X');
+    MirrorHeld(w, 0, 0, JoyLatchUp, VK_UP);
+    w->joystickFlags[JoyLatchButton12] = 0;
+}
+
+static void FollowHotPlug() {
+    switch (Sys_JoystickRefresh()) {
+        case SysPadArrived:
+            g_window.joystickFound = 1;
+            g_console.Print("Joystick connected: %s%s", Sys_JoystickName(),
+                            Sys_JoystickIsMapped() ? "" : " (no mapping, raw buttons)");
+            break;
+        case SysPadLeft:
+            ReleasePad(&g_window);
+            g_console.Print("Joystick removed: %s", Sys_JoystickName());
+            break;
+    }
+}
+
 void PollJoystick() {
+    FollowHotPlug();
     SysJoystickState state;
     if (!Sys_JoystickGetPos(&state)) {
         return;
@@ -43,6 +70,22 @@ void PollJoystick() {
     MirrorHeld(&g_window, state.buttons, 1u << 6, JoyLatchButton7, 'Z');
     MirrorHeld(&g_window, state.buttons, 1u << 7, JoyLatchButton8, 'X');
     MirrorPress(&g_window, state.buttons, 1u << 11, JoyLatchButton12, 'P');
+}
+
+void LoadPadMappings(const char* path) {
+    static char text[1 << 20];
+    FILE* file = fopen(path, "rb");
+    if (!file) {
+        return;
+    }
+    size_t length = fread(text, 1, sizeof(text), file);
+    fclose(file);
+    int rejected = 0;
+    int taken = Sys_JoystickAddMappings(text, static_cast<int>(length), &rejected);
+    g_console.Print("%s: %i pad mappings", path, taken);
+    if (rejected > 0) {
+        g_console.Print("%s: %i broken lines ignored", path, rejected);
+    }
 }
 
 void EndClick() {

@@ -16,8 +16,10 @@
 #include "app/frame_timer.h"
 #include "app/game_folders.h"
 #include "app/gl_window.h"
+#include "app/input.h"
 #include "app/main_loop.h"
 #include "app/scene_hooks.h"
+#include "platform/sys_joystick.h"
 #include "platform/sys_message_box.h"
 #include "render/loading_screen.h"
 
@@ -39,7 +41,7 @@ static void LogGraphics() {
     g_console.AddLine("Initialising OpenGL:");
     g_console.Print("%s, %s, %s", GlString(GL_VERSION), GlString(GL_RENDERER), GlString(GL_VENDOR));
     if (g_window.joystickFound) {
-        g_console.AddLine("Joysticks found.");
+        g_console.Print("Joysticks found: %s", Sys_JoystickName());
     }
     g_console.AddLine(kSeparator);
     g_console.AddLine("Initialising Shader system:");
@@ -117,7 +119,16 @@ int VantleMain() {
     g_window.width = 640;
     g_window.height = 480;
     g_window.fov = 20.0f;
+    // A new player's picture keeps its shape; one who has played before keeps the picture
+    // their config.vbt describes (stretched unless it says VID_ASPECT 1).
+    FILE* existing = fopen("config.vbt", "rb");
+    g_window.keepAspect = existing ? 0 : 1;
+    if (existing) {
+        fclose(existing);
+    }
     RunScript("config.vbt", 0);
+    // Before the window captures the first pad, so that pad is read through its mapping.
+    LoadPadMappings("gamecontrollerdb.txt");
     if (!g_window.Create("Vantle2\x99", g_window.width, g_window.height, g_window.fullScreen)) {
         Sys_MessageBox("WinMain : Could not create OpenGL Rendering device", "Error", MB_OK);
         return 0;

@@ -3,16 +3,21 @@
 
 #include "app/gl_window.h"
 #include "app/input.h"
+#include "app/key_bindings.h"
 #include "platform/sys_events.h"
 #include "platform/sys_joystick.h"
 #include "platform/sys_window.h"
 
-// Client pixels to the 800 x 600 virtual screen, y down.
+// Client pixels to the 800 x 600 virtual screen, y down, over the part of the window the
+// picture takes.
 static void SetMouse2D(GlWindow* w, intptr_t lParam) {
     int x = static_cast<int16_t>(Sys_LoWord(static_cast<uintptr_t>(lParam)));
     int y = static_cast<int16_t>(Sys_HiWord(static_cast<uintptr_t>(lParam)));
-    w->mouse2D[0] = static_cast<float>(x) / static_cast<float>(w->width) * 800.0f;
-    w->mouse2D[1] = static_cast<float>(y) / static_cast<float>(w->height) * 600.0f;
+    int32_t view[4];
+    w->ViewRect(view);
+    int top = w->height - view[1] - view[3];
+    w->mouse2D[0] = static_cast<float>(x - view[0]) / static_cast<float>(view[2]) * 800.0f;
+    w->mouse2D[1] = static_cast<float>(y - top) / static_cast<float>(view[3]) * 600.0f;
 }
 
 // The world point under the cursor: one depth read, unprojected with the matrices the
@@ -23,7 +28,7 @@ static void UnprojectCursor(GlWindow* w) {
     }
     int x = 0, y = 0;
     Sys_CursorClientPos(w->window, &x, &y);
-    int windowY = w->viewport[3] - y;
+    int windowY = w->height - y;
     float depth = 0.0f;
     glReadPixels(x, windowY, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
     double wx = 0.0, wy = 0.0, wz = 0.0;
@@ -75,7 +80,8 @@ intptr_t WindowProc(SysWindow* window, unsigned int message, uintptr_t wParam, i
             Sys_PostQuitMessage(0);
             return 0;
         case WM_SIZE:
-            if (!w->fullScreen) {
+            // A display mode's window keeps its size; the desktop's follows the desktop.
+            if (w->fullScreen != 1) {
                 w->Resize(static_cast<int>(Sys_LoWord(static_cast<uintptr_t>(lParam))),
                           static_cast<int>(Sys_HiWord(static_cast<uintptr_t>(lParam))));
             }
@@ -88,10 +94,10 @@ intptr_t WindowProc(SysWindow* window, unsigned int message, uintptr_t wParam, i
             w->Present();
             return Sys_DefWindowProc(window, message, wParam, lParam);
         case WM_KEYDOWN:
-            w->keys[wParam & 0xFF] = 1;
+            KeyDown(w->keys, static_cast<int>(wParam & 0xFF));
             return 0;
         case WM_KEYUP:
-            w->keys[wParam & 0xFF] = 0;
+            KeyUp(w->keys, static_cast<int>(wParam & 0xFF));
             return 0;
         case WM_MOUSEMOVE:
             SetMouse2D(w, lParam);

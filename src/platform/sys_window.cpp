@@ -128,12 +128,23 @@ SysWindow* Sys_CreateWindow(const char* title, int width, int height, int fullSc
     char utf8[1024];
     Sys_Utf8From1252(title ? title : "", utf8, sizeof(utf8));
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_HIDDEN;
-    flags |= fullScreen ? SDL_WINDOW_FULLSCREEN : SDL_WINDOW_RESIZABLE;
+    if (fullScreen == 2) {
+        flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
+        // Made at the desktop's size too: with no window manager to honour the full-screen
+        // request (a bare X server) the window still covers the screen.
+        SDL_Rect bounds;
+        if (SDL_GetDisplayBounds(0, &bounds) == 0) {
+            width = bounds.w;
+            height = bounds.h;
+        }
+    } else {
+        flags |= fullScreen ? SDL_WINDOW_FULLSCREEN : SDL_WINDOW_RESIZABLE;
+    }
     SDL_Window* window = SDL_CreateWindow(utf8, 0, 0, width, height, flags);
     if (!window) {
         return nullptr;
     }
-    if (fullScreen) {
+    if (fullScreen == 1) {
         SDL_SetWindowDisplayMode(window, &s_fullScreenMode);
     }
     SysWindow* handle = reinterpret_cast<SysWindow*>(window);

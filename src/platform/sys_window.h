@@ -28,7 +28,8 @@ void Sys_RestoreDisplayMode(SysWindow* window);
 void Sys_DesktopSize(int* width, int* height);
 
 // Creates a hidden window with a client area of width x height and the given pixel format;
-// the title is Windows-1252. Calls the window procedure with WM_CREATE before returning.
+// the title is Windows-1252. fullScreen 1 takes the mode Sys_ChangeDisplayMode found; 2
+// covers the desktop in its own mode, whatever width and height say. Calls the window procedure with WM_CREATE before returning.
 SysWindow* Sys_CreateWindow(const char* title, int width, int height, int fullScreen,
                             const SysPixelFormat* format);
 // Destroys a window; 1 or 0.

@@ -39,8 +39,10 @@ static int FlareOnCanvas(const FlareList& flares, float* sx, float* sy) {
     if (depth < wz) {
         return 0;
     }
-    *sx = static_cast<float>(wx / g_window.width * 800.0);
-    *sy = static_cast<float>(600.0 - wy / g_window.height * 600.0);
+    int32_t view[4];
+    g_window.ViewRect(view);
+    *sx = static_cast<float>((wx - view[0]) / view[2] * 800.0);
+    *sy = static_cast<float>(600.0 - (wy - view[1]) / view[3] * 600.0);
     return *sx >= 0.0f && *sx <= 800.0f && *sy >= 0.0f && *sy <= 600.0f;
 }
 

@@ -1,10 +1,11 @@
 // The view set-ups of GlWindow: the 3D camera, the eye-space perspective of the
 // studio-lit foregrounds, the frustum capture and the 800 x 600 2D canvas.
 //
-// The aspect ratio is 4:3 whatever the window's shape: a wide window stretches
-// the picture rather than showing more of the world, so every level looks the
-// same on every display. The 2D canvas follows the same idea: overlays are
-// laid out once at 800 x 600 and scaled to the window.
+// The aspect ratio is 4:3 whatever the window's shape, so every level looks the
+// same on every display: a wide window either stretches the picture or, with
+// VID_ASPECT 1, gives it a 4:3 viewport in its middle (GlWindow::ViewRect). The
+// 2D canvas follows the same idea: overlays are laid out once at 800 x 600 and
+// scaled to the viewport.
 #include <GL/gl.h>
 #include <GL/glu.h>
 

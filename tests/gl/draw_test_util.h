@@ -230,6 +230,7 @@ public:
              g_window.clearColour, g_window.renderCamera, g_window.frustumFlag, g_window.fogEnabled,
              g_window.showNormals, g_window.joystickFound, g_window.videoQuality, g_window.flashIntensity,
              g_window.flashColour, g_window.fogColour, g_window.fogStart, g_window.fogEnd, g_window.sceneDraw,
+             g_window.keepAspect, g_window.desktopFullScreen, g_window.sizedByDesktop, g_window.windowedSize,
              g_hooks, g_resources.dataDirectory, g_textures.resources, g_console);
     }
     void Restore() const {

@@ -1,15 +1,16 @@
 // Services that need a display, each with the engine's globals: the whole start-up in this
 // process with autoexec.vbt saying QUIT, where a pad plugged in before start is captured by
-// the window and announced in the log between the GL strings and the first separator (and
+// the window and announced by name in the log between the GL strings and the first separator (and
 // without one the line is absent), the run ending through the quit message and writing
-// config.vbt; the clipboard round trip through the X server in Windows-1252 bytes; and
-// "VID_RESTART" pointing the arrival notification of a notified endpoint at the new window
+// config.vbt (a first one with VID_ASPECT 1); the clipboard round trip through the X server
+// in Windows-1252 bytes; and "VID_RESTART" pointing the arrival notification of a notified endpoint at the new window
 // while a polled endpoint stays polled and both sockets keep working on 127.0.0.1.
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "app/main_loop.h"
 #include "app/net_hooks.h"
@@ -57,15 +58,17 @@ TEST_F(PlatformServices, APadPluggedInBeforeStartIsAnnouncedAndNoPadNoLine) {
         ASSERT_TRUE(test::WriteText("autoexec.vbt", "QUIT\n"));
         g_console.Clear();
         if (pad) {
-            ASSERT_EQ(Sys_JoystickAttachVirtual(), 1);
+            ASSERT_EQ(Sys_JoystickAttachVirtual(1), 1);
         }
         ASSERT_EQ(VantleMain(), 0);
         Sys_JoystickDetachVirtual();
         EXPECT_EQ(g_window.joystickFound, pad);
         std::string line = LineBeforeFirstSeparator();
-        EXPECT_EQ(line == "Joysticks found.", pad == 1) << line;
+        EXPECT_EQ(line == "Joysticks found: Virtual Controller", pad == 1) << line;
         EXPECT_FALSE(line.empty());
-        EXPECT_FALSE(test::ReadFile("config.vbt").empty());
+        std::vector<unsigned char> config = test::ReadFile("config.vbt");
+        // A first run's picture keeps its shape.
+        EXPECT_NE(std::string(config.begin(), config.end()).find("\r\nVID_ASPECT 1\r\n"), std::string::npos);
         g_window.Destroy();
         g_window.joystickFound = 0;  // nothing in the engine clears it: a run finds a pad once
     }

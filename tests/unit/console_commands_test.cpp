@@ -12,10 +12,13 @@
 #include "app/console.h"
 #include "app/frame_timer.h"
 #include "app/gl_window.h"
+#include "app/input.h"
+#include "app/key_bindings.h"
 #include "app/scene_camera.h"
 #include "app/scene_hooks.h"
 #include "game/game_state.h"
 #include "platform/sys_events.h"
+#include "platform/sys_keys.h"
 #include "platform/sys_message_box.h"
 #include "test_clock.h"
 #include "test_support.h"
@@ -53,6 +56,7 @@ protected:
         Sys_FlushMessages();
     }
     void TearDown() override {
+        ResetKeyBindings();
         Sys_SetMessageBoxHook(nullptr);
         Sys_FlushMessages();
     }
@@ -68,7 +72,7 @@ TEST_F(ConsoleCommands, UsageLinesShowCurrentValues) {
         {"VID_SIZE", "VID_SIZE <WIDTH>,<HEIGHT> (640, 480)"},
         {"VID_SIZE 1024", "VID_SIZE <WIDTH>,<HEIGHT> (640, 480)"},
         {"VID_QUALITY", "VID_QUALITY <1/0> (0)"},
-        {"VID_FULL", "VID_FULL <1/0> (0)"},
+        {"VID_FULL", "VID_FULL <2/1/0> (0)"},
         {"VID_VSYNC", "VID_VSYNC <1/0> (0)"},
         {"VID_NORMALS", "VID_NORMALS <1/0> (0)"},
         {"DEBUG_FRUSTUM", "DEBUG_FRUSTUM <1/0> (1)"},
@@ -261,6 +265,44 @@ TEST_F(ConfigScript, WrittenExactlyAndReadBackToTheSameBytes) {
     EXPECT_EQ(Line(1), "");  // the comment lines print nothing
     ASSERT_EQ(WriteConfig("config.vbt"), 1);
     EXPECT_EQ(Written(), set);
+}
+
+// A key message as the window procedure gets it; what the key table holds after it.
+static void Press(int vk, int down) {
+    GlWindow* saved = g_activeWindow;
+    g_activeWindow = &g_window;
+    WindowProc(nullptr, down ? WM_KEYDOWN : WM_KEYUP, static_cast<uintptr_t>(vk), 0);
+    g_activeWindow = saved;
+}
+
+TEST_F(ConfigScript, BindingsComeBackFromConfigAndDriveTheKeyTable) {
+    memset(g_window.keys, 0, sizeof(g_window.keys));
+    ExecuteCommand("bind j space");
+    ExecuteCommand("UNBIND UP");
+    const char* refused[] = {"BIND J", "BIND NOPE SPACE", "BIND J SPACEBAR", "UNBIND", "BIND RETURN X"};
+    for (const char* line : refused) {
+        ExecuteCommand(line);
+    }
+    EXPECT_EQ(Line(4), "BIND <KEY> <GAME KEY>");
+    EXPECT_EQ(Line(1), "UNBIND <KEY>");
+    EXPECT_EQ(Line(0), "RETURN cannot be rebound");
+    ASSERT_EQ(WriteConfig("config.vbt"), 1);
+    EXPECT_NE(Written().find("\r\nUNBIND UP\r\nBIND J SPACE\r\n"), std::string::npos) << Written();
+    ResetKeyBindings();
+    RunScript("config.vbt", 0);
+    g_console.Clear();
+    ExecuteCommand("BINDLIST");
+    EXPECT_EQ(Line(1), "UP -> (nothing)");
+    EXPECT_EQ(Line(0), "J -> SPACE");
+    Press('J', 1);
+    Press(VK_UP, 1);
+    Press(VK_SPACE, 1);
+    EXPECT_EQ(g_window.keys[VK_SPACE], 1);
+    EXPECT_EQ(g_window.keys['J'], 0);
+    EXPECT_EQ(g_window.keys[VK_UP], 0) << "unbound";
+    Press(VK_SPACE, 0);
+    Press('J', 0);
+    EXPECT_EQ(g_window.keys[VK_SPACE], 0);
 }
 
 TEST_F(ConfigScript, LongLinesRunAsSeveralCommands) {
