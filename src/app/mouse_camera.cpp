@@ -1,10 +1,11 @@
 #include <cmath>
-#include <cstdio>
+#include <cstdlib>
 
 #include "app/console.h"
 #include "app/gl_window.h"
 #include "app/input.h"
 #include "app/scene_camera.h"
+#include "platform/sys_files.h"
 #include "platform/sys_joystick.h"
 #include "platform/sys_keys.h"
 
@@ -73,15 +74,14 @@ void PollJoystick() {
 }
 
 void LoadPadMappings(const char* path) {
-    static char text[1 << 20];
-    FILE* file = fopen(path, "rb");
-    if (!file) {
+    unsigned int length = 0;
+    unsigned char* text = Sys_ReadWholeFile(path, &length);
+    if (!text) {
         return;
     }
-    size_t length = fread(text, 1, sizeof(text), file);
-    fclose(file);
     int rejected = 0;
-    int taken = Sys_JoystickAddMappings(text, static_cast<int>(length), &rejected);
+    int taken = Sys_JoystickAddMappings(reinterpret_cast<const char*>(text), static_cast<int>(length), &rejected);
+    free(text);
     g_console.Print("%s: %i pad mappings", path, taken);
     if (rejected > 0) {
         g_console.Print("%s: %i broken lines ignored", path, rejected);
