@@ -24,4 +24,13 @@ void GenerateLevelTextures(AssetList* list) {
     Add(list, "textures\\01\\hedge.tga", MakeFoliage(128, Rgb(80, 150, 60), Rgb(20, 70, 25), 140, 114u));
     Add(list, "textures\\01\\flowers.tga", MakeFoliage(64, Rgb(240, 200, 80), Rgb(200, 70, 120), 40, 115u));
     Add(list, "textures\\01\\roof.tga", MakeWood(128, Rgb(150, 60, 40), 8, 116u));
+    // The second world: a frozen garden at night.
+    Add(list, "textures\\02\\snow.tga", MakeStone(256, Rgb(225, 230, 240), 7, 201u));
+    Add(list, "textures\\02\\ice.tga", MakeMetal(128, Rgb(170, 205, 230), 202u));
+    Add(list, "textures\\02\\frost_stone.tga", MakeStone(256, Rgb(150, 160, 175), 5, 203u));
+    Add(list, "textures\\02\\frost_bricks.tga", MakeBricks(256, Rgb(110, 120, 150), Rgb(225, 230, 240), 204u));
+    Add(list, "textures\\02\\frost_wood.tga", MakeWood(128, Rgb(100, 90, 85), 4, 205u));
+    Add(list, "textures\\02\\frost_rock.tga", MakeRock(256, Rgb(120, 128, 145), 206u));
+    Add(list, "textures\\02\\pine.tga", MakeFoliage(128, Rgb(70, 120, 90), Rgb(20, 50, 40), 140, 207u));
+    Add(list, "textures\\02\\night_sky.tga", MakeClouds(256, 208u));
 }
