@@ -1,5 +1,6 @@
 #include "game/player_sight.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -30,18 +31,25 @@ void SightBlockers::AddTriangle(const Vec3& a, const Vec3& b, const Vec3& c, int
     triangles.push_back(t);
 }
 
+// Triangles per box: neighbours in a mesh lie close together, so small runs of them make tight
+// boxes, and a sight line passes a whole sky dome or hillside after a few box tests.
+static const int kGroupTriangles = 16;
+
 void SightBlockers::CloseGroup(int first) {
-    int count = static_cast<int>(triangles.size()) - first;
-    if (count == 0) {
-        return;
+    int end = static_cast<int>(triangles.size());
+    for (int start = first; start < end; start += kGroupTriangles) {
+        AddGroup(start, end - start < kGroupTriangles ? end - start : kGroupTriangles);
     }
+}
+
+void SightBlockers::AddGroup(int first, int count) {
     Group g = {{1e30f, 1e30f, 1e30f}, {-1e30f, -1e30f, -1e30f}, first, count};
     for (int i = first; i < first + count; i++) {
         for (const Vec3& v : triangles[i].corner) {
             const float p[3] = {v.x, v.y, v.z};
             for (int axis = 0; axis < 3; axis++) {
-                g.lo[axis] = std::fmin(g.lo[axis], p[axis]);
-                g.hi[axis] = std::fmax(g.hi[axis], p[axis]);
+                g.lo[axis] = std::min(g.lo[axis], p[axis]);
+                g.hi[axis] = std::max(g.hi[axis], p[axis]);
             }
         }
     }
@@ -55,36 +63,47 @@ static Vec3 Corner(const FrameVertex& v) {
 void SightBlockers::Build(const Location& location) {
     triangles.clear();
     groups.clear();
+    pieceTriangles = pieceGroups = 0;
     for (int i = 0; i < location.pieceCount && i < Location::kMaxPieces; i++) {
         const LocationPiece* piece = location.pieces[i];
-        if (!piece || !piece->model.frameVertices || (piece->model.modelFlag & kPieceHidden)) {
-            continue;
+        if (piece && piece->model.frameVertices && !(piece->model.modelFlag & kPieceHidden)) {
+            AddPiece(piece->model.frameVertices, piece->model.frameTriangles,
+                     (piece->model.modelFlag & kPieceTwoSided) != 0);
         }
-        const Model& model = piece->model;
-        int first = static_cast<int>(triangles.size());
-        for (unsigned int t = 0; t < model.frameTriangles; t++) {
-            const FrameVertex* v = model.frameVertices + t * 3;
-            AddTriangle(Corner(v[0]), Corner(v[1]), Corner(v[2]), (model.modelFlag & kPieceTwoSided) != 0);
-        }
-        CloseGroup(first);
     }
+}
+
+void SightBlockers::AddPiece(const FrameVertex* vertices, unsigned int triangleCount, int twoSided) {
+    triangles.resize(pieceTriangles);
+    groups.resize(pieceGroups);
+    int first = static_cast<int>(triangles.size());
+    for (unsigned int t = 0; t < triangleCount; t++) {
+        const FrameVertex* v = vertices + t * 3;
+        AddTriangle(Corner(v[0]), Corner(v[1]), Corner(v[2]), twoSided);
+    }
+    CloseGroup(first);
     pieceTriangles = triangles.size();
     pieceGroups = groups.size();
 }
 
-// A model vertex placed as the game view draws an object: turned about z, then x, then y
-// (degrees), then moved to the object's position.
-static Vec3 Place(const GameObject& object, const float* v) {
-    float rx = object.rotation[0] * kDegToRad, ry = object.rotation[1] * kDegToRad,
-          rz = object.rotation[2] * kDegToRad;
-    float x = v[0] * cosf(rz) - v[1] * sinf(rz);
-    float y = v[0] * sinf(rz) + v[1] * cosf(rz);
-    float z = v[2];
-    float y2 = y * cosf(rx) - z * sinf(rx);
-    float z2 = y * sinf(rx) + z * cosf(rx);
-    float x3 = x * cosf(ry) + z2 * sinf(ry);
-    float z3 = -x * sinf(ry) + z2 * cosf(ry);
-    return Vec3{x3 + object.position[0], y2 + object.position[1], z3 + object.position[2]};
+// How the game view places an object's model: turned about z, then x, then y, then moved.
+struct Placement {
+    float sx, cx, sy, cy, sz, cz;
+    const float* at;
+};
+
+static Placement PlacementOf(const GameObject& object) {
+    const float* r = object.rotation;
+    return Placement{sinf(r[0] * kDegToRad), cosf(r[0] * kDegToRad), sinf(r[1] * kDegToRad),
+                     cosf(r[1] * kDegToRad), sinf(r[2] * kDegToRad), cosf(r[2] * kDegToRad), object.position};
+}
+
+static Vec3 Place(const Placement& p, const float* v) {
+    float x = v[0] * p.cz - v[1] * p.sz;
+    float y = v[0] * p.sz + v[1] * p.cz;
+    float y2 = y * p.cx - v[2] * p.sx;
+    float z2 = y * p.sx + v[2] * p.cx;
+    return Vec3{x * p.cy + z2 * p.sy + p.at[0], y2 + p.at[1], -x * p.sy + z2 * p.cy + p.at[2]};
 }
 
 static bool BlocksSight(const GameObject& object) {
@@ -105,11 +124,12 @@ void SightBlockers::PlaceObjects() {
             continue;
         }
         const Model& model = *object->model;
+        Placement placement = PlacementOf(*object);
         int first = static_cast<int>(triangles.size());
         for (unsigned int t = 0; t < model.frameTriangles; t++) {
             const FrameVertex* v = model.frameVertices + t * 3;
-            AddTriangle(Place(*object, v[0].position), Place(*object, v[1].position), Place(*object, v[2].position),
-                        0);
+            AddTriangle(Place(placement, v[0].position), Place(placement, v[1].position),
+                        Place(placement, v[2].position), 0);
         }
         CloseGroup(first);
     }
@@ -133,8 +153,8 @@ static int SegmentMeetsBox(const float* lo, const float* hi, const Vec3& s0, con
             t0 = t1;
             t1 = swap;
         }
-        enter = std::fmax(enter, t0);
-        leave = std::fmin(leave, t1);
+        enter = std::max(enter, t0);
+        leave = std::min(leave, t1);
         if (enter > leave) {
             return 0;
         }

@@ -19,19 +19,22 @@
 
 #include "game/replay_runner.h"
 #include "resources/geometry.h"
+#include "resources/model.h"
 
 class Location;
 
 // The longest a shipped solution may leave the player out of sight: half a second.
 const unsigned int kMostHiddenTicks = 25;
 
-// Every triangle that can stand between the camera and the player, grouped by
-// the piece or object it belongs to, each group with its bounding box.
+// Every triangle that can stand between the camera and the player, in small
+// groups of one piece or object, each group with its bounding box.
 class SightBlockers {
 public:
     // Takes the drawn triangles of the location's pieces (kept until the next Build).
     void Build(const Location& location);
-    // Takes the triangles of the level's solid objects where they stand now.
+    // Adds one drawn piece: triangleCount triangles of three vertices, culled unless twoSided.
+    void AddPiece(const FrameVertex* vertices, unsigned int triangleCount, int twoSided);
+    // Takes the triangles of the level's solid objects where they stand now (after the pieces').
     void PlaceObjects();
     // 1 when a triangle facing the eye (or two-sided) meets the segment from the eye to the point.
     int Blocks(const Vec3& eye, const Vec3& point) const;
@@ -53,7 +56,9 @@ private:
     size_t pieceTriangles = 0, pieceGroups = 0;
 
     void AddTriangle(const Vec3& a, const Vec3& b, const Vec3& c, int twoSided);
+    // Boxes the triangles from first to the end of the list, a few at a time.
     void CloseGroup(int first);
+    void AddGroup(int first, int count);
 };
 
 // One level's figures from a replay: how long the player was out of sight at most, and where.
