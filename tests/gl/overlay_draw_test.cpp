@@ -62,6 +62,8 @@ TEST_F(OverlayDrawTest, TheLoadingBarCoversSixtyFourUnitsTimesTheFraction) {
         // The bar is 8 units high, centred on y 35.
         EXPECT_EQ(CountRow(frame, 30, 700, 800, faint, 0, 0) + CountRow(frame, 30, 700, 800, full, 0, 0), 0);
         EXPECT_EQ(CountRow(frame, 32, 700, 800, faint, 0, 0) + CountRow(frame, 32, 700, 800, full, 0, 0), 64);
+        // The caption's black box, x 712 to 788 at the top right, over the grey.
+        EXPECT_EQ(CountRow(frame, 11, 700, 800, 0, 0, 0), 76);
     }
 }
 
