@@ -131,6 +131,28 @@ TEST_F(GameViewTest, TheFlashCoversTheViewInItsColourAndTheClosingScenesInWhite)
     EXPECT_TRUE(Near(drawtest::ReadFrame().At(400, 300), 255, 255, 255));
 }
 
+// With debugging on, each active box of each collision shape is outlined in green where its offset
+// puts it: here a 40-unit cube 30 to the right of the axis, its near and far faces' sides.
+TEST_F(GameViewTest, DebuggingOutlinesTheCollisionBoxesInGreen) {
+    const float lo[3] = {-20, -20, -20}, hi[3] = {20, 20, 20}, offset[3] = {30, 10, -20};
+    ASSERT_TRUE(g_collision.CreateShape(5));
+    g_collision.slots[5]->SetBox(1, lo, hi, offset);
+    g_debug = 1;
+    Frame frame = DrawFrame();
+    std::vector<int> row, column;  // across the middle, and down through the box above the HUD
+    for (int i = 0; i < 800; i++) {
+        if (Near(frame.At(i, 300), 0, 255, 0)) {
+            row.push_back(i);
+        }
+        if (i < 460 && Near(frame.At(520, i), 0, 255, 0)) {
+            column.push_back(i);
+        }
+    }
+    EXPECT_EQ(row, std::vector<int>({432, 437, 564, 586}));
+    EXPECT_EQ(column, std::vector<int>({188, 201, 332, 337}));
+    g_collision.Clear();
+}
+
 // A hidden piece (flag 0x10) is not drawn; with the glow on, a bright piece just hidden leaves a
 // fading trail.
 TEST_F(GameViewTest, HiddenPiecesAreNotDrawnButTheGlowLeavesFadingTrails) {
