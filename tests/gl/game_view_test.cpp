@@ -132,7 +132,7 @@ TEST_F(GameViewTest, TheFlashCoversTheViewInItsColourAndTheClosingScenesInWhite)
 }
 
 // With debugging on, each active box of each collision shape is outlined in green where its offset
-// puts it: here a 40-unit cube 30 to the right of the axis, its near and far faces' sides.
+// puts it: here a 40-unit cube moved 30 right, 10 up and 20 back, its near and far faces' sides.
 TEST_F(GameViewTest, DebuggingOutlinesTheCollisionBoxesInGreen) {
     const float lo[3] = {-20, -20, -20}, hi[3] = {20, 20, 20}, offset[3] = {30, 10, -20};
     ASSERT_TRUE(g_collision.CreateShape(5));
