@@ -85,7 +85,8 @@ static void FreshGame() {
     InitGame();
 }
 
-unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace) {
+unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace, ReplayTick onTick,
+                             void* tickContext) {
     FreshGame();
     InitClosingScene();
     g_deathCause = "";
@@ -102,6 +103,9 @@ unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace) {
         if (trace && g_scene == SceneGame) {
             TracePlayer(t, report, context);
         }
+        if (onTick) {
+            onTick(t, tickContext);
+        }
         ReportTick(before, watch, t, report, context);
     }
     g_demo.Stop();
@@ -112,10 +116,11 @@ unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace) {
     return t;
 }
 
-int RunReplayFile(const char* path, ReplayReport report, void* context, int trace) {
+int RunReplayFile(const char* path, ReplayReport report, void* context, int trace, ReplayTick onTick,
+                  void* tickContext) {
     if (!g_demo.replay.Load(path)) {
         Report(report, context, "%s: %s", path, g_demo.replay.error);
         return -1;
     }
-    return static_cast<int>(RunLoadedReplay(report, context, trace));
+    return static_cast<int>(RunLoadedReplay(report, context, trace, onTick, tickContext));
 }

@@ -7,10 +7,14 @@
 
 // Receives each report line (no newline).
 typedef void (*ReplayReport)(const char* line, void* context);
+// Called after every tick with the tick's number, to look at the game as the tick left it.
+typedef void (*ReplayTick)(unsigned int tick, void* context);
 
 // Runs the replay loaded into g_demo; returns the number of ticks run. With trace set, every tick
 // also reports "tick T: x y z yaw Y state S ground G air A" for the player (designers write
-// solutions by hand with it).
-unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace = 0);
+// solutions by hand with it). onTick, when given, is called after every tick with tickContext.
+unsigned int RunLoadedReplay(ReplayReport report, void* context, int trace = 0, ReplayTick onTick = nullptr,
+                             void* tickContext = nullptr);
 // Loads a replay file and runs it; the ticks run, or -1 with the load error reported.
-int RunReplayFile(const char* path, ReplayReport report, void* context, int trace = 0);
+int RunReplayFile(const char* path, ReplayReport report, void* context, int trace = 0,
+                  ReplayTick onTick = nullptr, void* tickContext = nullptr);

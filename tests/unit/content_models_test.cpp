@@ -35,7 +35,8 @@ TEST(ContentModels, AnimatedModelsHaveTheirFramesOverOneTopology) {
         int maxFrames;
     } cases[] = {{"delver", MakeDelverMesh(), 33, 33},  {"light", MakeLampGlowMesh(), 33, 33},
                  {"dance", MakeDanceMesh(), 10, 512},   {"enemy01", MakeEnemyMesh(1), 4, 512},
-                 {"enemy02", MakeEnemyMesh(2), 4, 512}, {"collapse", MakeCollapseMesh(), 9, 512}};
+                 {"enemy02", MakeEnemyMesh(2), 4, 512}, {"enemy05", MakeEnemyMesh(5), 4, 512},
+                 {"enemy06", MakeEnemyMesh(6), 4, 512}, {"collapse", MakeCollapseMesh(), 9, 512}};
     for (Case& c : cases) {
         Model model;
         ASSERT_TRUE(LoadMesh(c.mesh, &model)) << c.name;

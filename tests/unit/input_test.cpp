@@ -79,11 +79,15 @@ TEST_F(WindowInput, MouseIsScaledToTheVirtualScreen) {
     Send(WM_MOUSEMOVE, 0, Sys_MakeLParam(100, 150));
     EXPECT_FLOAT_EQ(g_window.mouse2D[0], 200.0f);
     EXPECT_FLOAT_EQ(g_window.mouse2D[1], 300.0f);
-    Send(WM_RBUTTONDOWN, MK_RBUTTON, Sys_MakeLParam(400, 0));
-    EXPECT_EQ(g_window.mouseButtons, 2);
-    EXPECT_FLOAT_EQ(g_window.mouse2D[0], 800.0f);
-    Send(WM_RBUTTONUP, 0, Sys_MakeLParam(400, 0));
-    EXPECT_EQ(g_window.mouseButtons, 0);
+    const unsigned int downs[] = {WM_LBUTTONDOWN, WM_RBUTTONDOWN, WM_MBUTTONDOWN};
+    const unsigned int ups[] = {WM_LBUTTONUP, WM_RBUTTONUP, WM_MBUTTONUP};
+    for (int i = 0; i < 3; i++) {
+        Send(downs[i], 0, Sys_MakeLParam(400 - i, 0));
+        EXPECT_EQ(g_window.mouseButtons, 1 << i);
+        EXPECT_FLOAT_EQ(g_window.mouse2D[0], 800.0f - 2 * i);
+        Send(ups[i], 0, Sys_MakeLParam(400, 0));
+        EXPECT_EQ(g_window.mouseButtons, 0);
+    }
 }
 
 TEST_F(WindowInput, MoveButtonCodeComparesTheWholeFlagWord) {

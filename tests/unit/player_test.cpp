@@ -239,6 +239,25 @@ TEST_F(PlayerTest, JumpProbeLandsOnAPieceOrReturnsTheStartWhenItNeverLands) {
     EXPECT_FLOAT_EQ(box.offset[2], player->position[2]) << "the probe puts the box back";
 }
 
+// A wall in the way stops the probe along the wall's axis, so the jump comes down at its foot.
+TEST_F(PlayerTest, JumpProbeComesDownAtTheFootOfAWallAlongEitherAxis) {
+    Floor();
+    AddPiece("north", "textures\\01\\rock.tga", -60, 0, 40, 60, 300, 50);
+    AddPiece("south", "textures\\01\\rock.tga", -60, 0, -50, 60, 300, -40);
+    AddPiece("east", "textures\\01\\rock.tga", 40, 0, -60, 50, 300, 60);
+    AddPiece("west", "textures\\01\\rock.tga", -50, 0, -60, -40, 300, 60);
+    AddEntity("player", 0, 0, 0, 0);
+    StartLevel();
+    for (float yaw : {0.0f, 90.0f, 180.0f, 270.0f}) {
+        float landing[3];
+        JumpProbe(player->position, yaw, landing);
+        EXPECT_LT(fabsf(landing[0]), 40.0f) << yaw;
+        EXPECT_LT(fabsf(landing[2]), 40.0f) << yaw;
+        EXPECT_GT(fabsf(landing[0]) + fabsf(landing[2]), 20.0f) << yaw << ": it set off";
+        EXPECT_NEAR(landing[1], 0.0f, 8.0f) << yaw;
+    }
+}
+
 // A deep floor 85 (or 82) below the take-off, one small block 117 out along a chosen yaw, and
 // the last ground 15 below the take-off, so that the probe lands on the deep floor: an unsafe
 // drop for the assist, which tries yaws from 30 below the heading to just under 30 above.

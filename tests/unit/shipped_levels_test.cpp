@@ -1,7 +1,8 @@
 // Every level the game ships is played with its solution replay
-// (content/solutions/NN.replay) by the headless runner, and must be finished.
-// A level without a solution fails: no level ships unless a replay proves it
-// can be finished.
+// (content/solutions/NN.replay) by the headless runner, and must be finished,
+// with the player never out of the game camera's sight for longer than a
+// moment. A level without a solution fails: no level ships unless a replay
+// proves it can be finished.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -17,6 +18,7 @@
 #include "game/demo.h"
 #include "game/game_object.h"
 #include "game/game_state.h"
+#include "game/player_sight.h"
 #include "game/replay_runner.h"
 #include "resources/location.h"
 #include "resources/resource_manager.h"
@@ -27,10 +29,13 @@ void Collect(const char* line, void* context) {
     static_cast<std::vector<std::string>*>(context)->push_back(line);
 }
 
-// Runs a replay file headless; the runner's lines, or none when it cannot be read.
-std::vector<std::string> Play(const std::string& path) {
+// Runs a replay file headless; the runner's lines, or none when it cannot be read. The sight
+// check's figures of each level played go to sight when given.
+std::vector<std::string> Play(const std::string& path, std::vector<HiddenRun>* sight = nullptr) {
     std::vector<std::string> lines;
-    if (RunReplayFile(path.c_str(), Collect, &lines) < 0) {
+    int ticks = sight ? CheckReplaySight(path.c_str(), *sight, Collect, &lines)
+                      : RunReplayFile(path.c_str(), Collect, &lines);
+    if (ticks < 0) {
         lines.clear();
     }
     return lines;
@@ -84,8 +89,13 @@ TEST(ShippedLevels, TheWholeGameIsWonWithEveryLevelsPoints) {
         }
         levels++;
         snprintf(name, sizeof(name), "%02i.replay", n);
-        std::vector<std::string> lines = Play(solutions + name);
+        std::vector<HiddenRun> sight;
+        std::vector<std::string> lines = Play(solutions + name, &sight);
         ASSERT_EQ(g_demo.replay.score, 0u) << name << " should start from no points";
+        ASSERT_EQ(sight.size(), 1u) << name;
+        char hidden[160];
+        FormatHiddenRun(sight[0], hidden, sizeof(hidden));
+        EXPECT_LE(sight[0].longest, kMostHiddenTicks) << hidden << " (vantle-sim --visibility)";
         char format[64];
         snprintf(format, sizeof(format), "level %02i: completed at tick %%u, score %%u, air %%f", n);
         unsigned int scored = 0, ticks = 0;

@@ -217,8 +217,9 @@ ShapeMesh MakeDanceMesh() {
     return mesh;
 }
 
-// Enemies. Odd numbers are beetles (six legs in a tripod gait), even numbers
-// walking toadstools (two stubby legs under a cap). Both face -x.
+// Enemies, all facing -x. Up to 4, odd numbers are beetles (six legs in a
+// tripod gait), even numbers walking toadstools (two stubby legs under a cap);
+// 5 and 6 are the frozen garden's frost crawler and lantern mite, below.
 enum { kEnemyBody, kEnemyShell, kEnemyLeg, kEnemyEye, kEnemyPupil, kEnemySpots };
 enum { kEnemyBoneBody, kEnemyBoneHead, kEnemyBoneLeg0 };
 
@@ -321,11 +322,173 @@ static Pose ToadstoolPose(int frame) {
     return p;
 }
 
+// The frost crawler of the frozen garden: a long, low woodlouse of four icy
+// plates with crystal spikes, eight short legs rippling front to back, and
+// feelers tipped with frost. Its tail half sways against its head as it goes.
+enum {
+    kCrawlerBoneTail = 2,
+    kCrawlerBoneLeg0,
+    kCrawlerLegs = 8,
+    kCrawlerBones = kCrawlerBoneLeg0 + kCrawlerLegs
+};
+
+static float CrawlerLegX(int leg) {
+    return -8.0f + 5.5f * (leg / 2);
+}
+
+static std::vector<Bone> CrawlerBones() {
+    std::vector<Bone> b(kCrawlerBones);
+    b[kEnemyBoneBody] = Bone{-1, V3(0, 6, 0)};
+    b[kEnemyBoneHead] = Bone{kEnemyBoneBody, V3(-9, 6, 0)};
+    b[kCrawlerBoneTail] = Bone{kEnemyBoneBody, V3(2, 6, 0)};
+    for (int i = 0; i < kCrawlerLegs; i++) {
+        int parent = i < 4 ? static_cast<int>(kEnemyBoneBody) : static_cast<int>(kCrawlerBoneTail);
+        b[kCrawlerBoneLeg0 + i] = Bone{parent, V3(CrawlerLegX(i), 5, i % 2 ? -4.5f : 4.5f)};
+    }
+    return b;
+}
+
+static ShapeMesh CrawlerRest() {
+    ShapeMesh mesh;
+    // Plates from the front to the tail, each a little lower and narrower.
+    static const float kPlateX[4] = {-6.5f, -1.0f, 4.5f, 10.0f};
+    static const float kPlateR[4][3] = {
+        {4.2f, 5.8f, 8.0f}, {4.4f, 6.0f, 8.4f}, {4.2f, 5.4f, 7.6f}, {3.6f, 4.4f, 6.2f}};
+    for (int i = 0; i < 4; i++) {
+        int bone = i < 2 ? static_cast<int>(kEnemyBoneBody) : static_cast<int>(kCrawlerBoneTail);
+        PART(bone, kEnemyShell,
+             mesh.AddEllipsoid(V3(kPlateX[i], 6.5f, 0), V3(kPlateR[i][0], kPlateR[i][1], kPlateR[i][2]), 10,
+                               6));
+        // A crystal spike on the ridge of every plate, leaning back.
+        mesh.transform = Compose(Translation(V3(kPlateX[i], 6.2f + kPlateR[i][1], 0)), RotationZ(-18));
+        PART(bone, kEnemySpots, mesh.AddCylinder(V3(0, 0, 0), 1.6f, 0.0f, 4.0f - 0.5f * i, 5, true, 0.2f));
+        mesh.transform = Identity();
+    }
+    PART(kEnemyBoneBody, kEnemyBody, mesh.AddEllipsoid(V3(1, 4.2f, 0), V3(13, 2.6f, 6.8f), 10, 5));
+    PART(kEnemyBoneHead, kEnemyBody, mesh.AddEllipsoid(V3(-11.5f, 5.6f, 0), V3(3.8f, 3.4f, 4.6f), 8, 6));
+    for (int side = -1; side <= 1; side += 2) {
+        float s = static_cast<float>(side);
+        PART(kEnemyBoneHead, kEnemyEye,
+             mesh.AddEllipsoid(V3(-13.6f, 7.0f, 2.2f * s), V3(1.3f, 1.5f, 1.3f), 6, 4));
+        PART(kEnemyBoneHead, kEnemyPupil,
+             mesh.AddEllipsoid(V3(-14.7f, 7.1f, 2.3f * s), V3(0.5f, 0.8f, 0.6f), 5, 3));
+        // Feelers: thin stalks reaching forward and out, a frost bead on each tip.
+        mesh.transform =
+            Compose(Translation(V3(-13.5f, 8.0f, 1.6f * s)), Compose(RotationX(30.0f * s), RotationZ(62)));
+        PART(kEnemyBoneHead, kEnemyLeg, mesh.AddCylinder(V3(0, 0, 0), 0.5f, 0.3f, 6.0f, 5, false, 0.2f));
+        PART(kEnemyBoneHead, kEnemySpots, mesh.AddEllipsoid(V3(0, 6.2f, 0), V3(0.9f, 0.9f, 0.9f), 5, 3));
+        mesh.transform = Identity();
+    }
+    for (int i = 0; i < kCrawlerLegs; i++) {
+        float s = i % 2 ? -1.0f : 1.0f;
+        int bone = kCrawlerBoneLeg0 + i;
+        mesh.transform = Compose(Translation(V3(CrawlerLegX(i), 5, 4.5f * s)), RotationX(s * 132.0f));
+        PART(bone, kEnemyLeg, mesh.AddCylinder(V3(0, 0, 0), 1.2f, 0.7f, 7.0f, 6, false, 0.2f));
+        mesh.transform = Identity();
+    }
+    return mesh;
+}
+
+static Pose CrawlerPose(int frame) {
+    Pose p = RestPose();
+    float ph = kTau * frame / kEnemyWalkFrames;
+    p.offsets[kEnemyBoneBody].y = 0.3f * std::fabs(std::sin(2.0f * ph));
+    p.angles[kEnemyBoneHead].y = 9.0f * std::sin(ph);
+    p.angles[kCrawlerBoneTail].y = -10.0f * std::sin(ph);
+    for (int i = 0; i < kCrawlerLegs; i++) {
+        // A wave runs from the front pair to the back; the two legs of a pair step in turn.
+        float legPh = ph - 1.4f * (i / 2) + (i % 2 ? 3.14159265f : 0.0f);
+        p.angles[kCrawlerBoneLeg0 + i].y = 22.0f * std::sin(legPh);
+        p.angles[kCrawlerBoneLeg0 + i].x = (i % 2 ? -1.0f : 1.0f) * 14.0f * std::max(0.0f, std::cos(legPh));
+    }
+    return p;
+}
+
+// The lantern mite: a round, furry little keeper in a tall pointed hat,
+// waddling on two boots and holding a lantern out in front on a crook, so
+// that the player sees its light coming through the dark.
+enum { kMiteBoneArm = kEnemyBoneLeg0 + 2, kMiteBoneLantern, kMiteBones };
+
+static std::vector<Bone> MiteBones() {
+    std::vector<Bone> b(kMiteBones);
+    b[kEnemyBoneBody] = Bone{-1, V3(0, 6, 0)};
+    b[kEnemyBoneHead] = Bone{kEnemyBoneBody, V3(0, 17, 0)};
+    b[kEnemyBoneLeg0] = Bone{kEnemyBoneBody, V3(0, 6, 3.2f)};
+    b[kEnemyBoneLeg0 + 1] = Bone{kEnemyBoneBody, V3(0, 6, -3.2f)};
+    b[kMiteBoneArm] = Bone{kEnemyBoneBody, V3(-2, 13, -6)};
+    b[kMiteBoneLantern] = Bone{kMiteBoneArm, V3(-12, 17.5f, -6)};
+    return b;
+}
+
+static ShapeMesh MiteRest() {
+    ShapeMesh mesh;
+    PART(kEnemyBoneBody, kEnemyBody, mesh.AddEllipsoid(V3(0, 11, 0), V3(7, 7.5f, 7), 12, 8));
+    // A white beard under the eyes and a nose above it.
+    PART(kEnemyBoneBody, kEnemyEye, mesh.AddEllipsoid(V3(-4.6f, 9.5f, 0), V3(3.2f, 4.2f, 4.4f), 8, 6));
+    PART(kEnemyBoneBody, kEnemyBody, mesh.AddEllipsoid(V3(-7.2f, 12.6f, 0), V3(1.6f, 1.4f, 1.5f), 6, 4));
+    for (int side = -1; side <= 1; side += 2) {
+        float s = static_cast<float>(side);
+        PART(kEnemyBoneBody, kEnemyEye,
+             mesh.AddEllipsoid(V3(-5.8f, 14.6f, 2.2f * s), V3(1.4f, 1.9f, 1.5f), 6, 4));
+        PART(kEnemyBoneBody, kEnemyPupil,
+             mesh.AddEllipsoid(V3(-7.0f, 14.7f, 2.3f * s), V3(0.5f, 0.9f, 0.7f), 5, 3));
+        int leg = kEnemyBoneLeg0 + (side > 0 ? 0 : 1);
+        PART(leg, kEnemyLeg, mesh.AddCylinder(V3(0, 1.4f, 3.2f * s), 1.4f, 1.6f, 4.6f, 8, false, 0.2f));
+        PART(leg, kEnemyLeg, mesh.AddEllipsoid(V3(-1.2f, 1.2f, 3.2f * s), V3(2.8f, 1.3f, 2.0f), 8, 4));
+    }
+    // The hat: a brim and a tall cone bent back, a bobble on its tip.
+    PART(kEnemyBoneHead, kEnemyShell, mesh.AddCylinder(V3(0, 16.2f, 0), 7.2f, 6.6f, 1.4f, 12, true, 0.2f));
+    mesh.transform = Compose(Translation(V3(0.4f, 17.4f, 0)), RotationZ(-14));
+    PART(kEnemyBoneHead, kEnemyShell, mesh.AddCylinder(V3(0, 0, 0), 6.4f, 0.4f, 10.5f, 12, true, 0.2f));
+    PART(kEnemyBoneHead, kEnemySpots, mesh.AddEllipsoid(V3(0, 10.6f, 0), V3(1.4f, 1.4f, 1.4f), 6, 4));
+    mesh.transform = Identity();
+    // The arm reaching forward with the crook, and the lantern hanging from its end.
+    mesh.transform = Compose(Translation(V3(-2, 13, -6)), RotationZ(70));
+    PART(kMiteBoneArm, kEnemyBody, mesh.AddCylinder(V3(0, 0, 0), 1.5f, 1.2f, 5.0f, 6, true, 0.2f));
+    mesh.transform = Compose(Translation(V3(-5.5f, 13.5f, -6)), RotationZ(62));
+    PART(kMiteBoneArm, kEnemyLeg, mesh.AddCylinder(V3(0, 0, 0), 0.5f, 0.5f, 8.0f, 5, true, 0.2f));
+    mesh.transform = Identity();
+    PART(kMiteBoneLantern, kEnemyLeg, mesh.AddBox(V3(-12.3f, 14.4f, -6.3f), V3(-11.7f, 17.5f, -5.7f), 0.2f));
+    PART(kMiteBoneLantern, kEnemyLeg, mesh.AddCylinder(V3(-12, 13.2f, -6), 2.2f, 0.6f, 1.4f, 6, true, 0.2f));
+    PART(kMiteBoneLantern, kEnemySpots,
+         mesh.AddCylinder(V3(-12, 9.8f, -6), 1.8f, 1.8f, 3.4f, 6, false, 0.2f));
+    PART(kMiteBoneLantern, kEnemyLeg, mesh.AddCylinder(V3(-12, 9.0f, -6), 2.2f, 2.2f, 0.8f, 6, true, 0.2f));
+    return mesh;
+}
+
+static Pose MitePose(int frame) {
+    Pose p = RestPose();
+    float ph = kTau * frame / kEnemyWalkFrames;
+    float s = std::sin(ph), c = std::cos(ph);
+    // A waddle: the legs swing about z (it walks along -x), the body rolls onto the planted foot.
+    p.angles[kEnemyBoneLeg0].z = 30.0f * c;
+    p.angles[kEnemyBoneLeg0 + 1].z = -30.0f * c;
+    p.offsets[kEnemyBoneBody].y = 1.2f * std::fabs(s);
+    p.angles[kEnemyBoneBody].x = 7.0f * s;
+    p.angles[kEnemyBoneHead].x = -9.0f * s;
+    p.angles[kEnemyBoneHead].z = 4.0f * c;
+    p.angles[kMiteBoneArm].z = 5.0f * std::sin(2.0f * ph);
+    // The lantern swings behind the arm's motion.
+    p.angles[kMiteBoneLantern].z = 14.0f * std::sin(ph - 1.0f);
+    p.angles[kMiteBoneLantern].x = 6.0f * c;
+    return p;
+}
+
 ShapeMesh MakeEnemyMesh(int n) {
-    bool beetle = n % 2 == 1;
-    ShapeMesh mesh = beetle ? BeetleRest() : ToadstoolRest();
-    PoseFrames(&mesh, beetle ? BeetleBones() : ToadstoolBones(), kEnemyWalkFrames,
-               beetle ? BeetlePose : ToadstoolPose);
+    ShapeMesh mesh;
+    if (n == 5) {
+        mesh = CrawlerRest();
+        PoseFrames(&mesh, CrawlerBones(), kEnemyWalkFrames, CrawlerPose);
+    } else if (n == 6) {
+        mesh = MiteRest();
+        PoseFrames(&mesh, MiteBones(), kEnemyWalkFrames, MitePose);
+    } else if (n % 2 == 1) {
+        mesh = BeetleRest();
+        PoseFrames(&mesh, BeetleBones(), kEnemyWalkFrames, BeetlePose);
+    } else {
+        mesh = ToadstoolRest();
+        PoseFrames(&mesh, ToadstoolBones(), kEnemyWalkFrames, ToadstoolPose);
+    }
     return mesh;
 }
 
@@ -355,7 +518,9 @@ bool GenerateCharacters(AssetList* list, std::string* error) {
         {{60, 50, 40}, {40, 120, 150}, {30, 30, 30}, {250, 250, 240}, {10, 10, 10}, {220, 220, 80}},
         {{235, 225, 200}, {200, 40, 30}, {220, 210, 180}, {250, 250, 240}, {10, 10, 10}, {250, 250, 245}},
         {{70, 40, 30}, {170, 90, 30}, {40, 25, 20}, {250, 240, 200}, {120, 10, 10}, {240, 200, 60}},
-        {{230, 220, 190}, {120, 60, 160}, {210, 200, 170}, {250, 250, 240}, {10, 10, 10}, {240, 230, 120}}};
+        {{230, 220, 190}, {120, 60, 160}, {210, 200, 170}, {250, 250, 240}, {10, 10, 10}, {240, 230, 120}},
+        {{44, 56, 92}, {150, 200, 235}, {34, 44, 70}, {235, 245, 255}, {20, 90, 140}, {225, 248, 255}},
+        {{112, 84, 70}, {60, 78, 150}, {52, 40, 34}, {240, 240, 235}, {10, 10, 10}, {255, 206, 100}}};
     for (int n = 1; n <= kEnemyModels; n++) {
         char name[32];
         snprintf(name, sizeof(name), "enemy%02d.vmd", n);

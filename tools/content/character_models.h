@@ -12,7 +12,7 @@
 #include "shape_mesh.h"
 
 // Frame counts of the animated characters.
-enum { kDelverFrames = 33, kDanceFrames = 10, kEnemyWalkFrames = 8, kEnemyModels = 4 };
+enum { kDelverFrames = 33, kDanceFrames = 10, kEnemyWalkFrames = 8, kEnemyModels = 6 };
 
 // The delver in all its frames (feet at y = 0, facing +z, about 42 units tall).
 ShapeMesh MakeDelverMesh();
