@@ -58,7 +58,7 @@ void VantleFuzzSeeds(FuzzSeedList& seeds) {
         "    box -10 -5 -10 10 0 10\n"
         "    ramp 0 0 0 4 2 8 rise +z turn 10\n"
         "piece deco leaves.tga nocull\n"
-        "    cylinder 0 0 0 radius 3 height 4 sides 6\n"
+        "    cylinder 0 0 0 radius 3 height 4 sides 6 inside\n"
         "    blob 0 5 0 2 2 2\n"
         "    sheet -1 1 -1 1 1 cells 2\n"
         "    card 0 0 0 width 2 height 3\n"

@@ -94,6 +94,9 @@ TEST_F(DeveloperOverlaysTest, TheOpenMenuBandsTheHoveredItemRed) {
     }
     EXPECT_TRUE(Near(open.At(380, 228), 0, 0, 0));
     EXPECT_TRUE(Near(open.At(461, 237), 0, 0, 0));  // right of the box
+    for (int x : {298, 459}) {
+        EXPECT_TRUE(Near(open.At(x, 260), 89, 89, 89, 2)) << "the frame's side in grey 0.7 at half strength";
+    }
     // Item text in the menu's grey; the title bar above the box grey 0.4 at half strength.
     EXPECT_TRUE(Near(open.At(304, 207), 178, 178, 178, 8));
     EXPECT_TRUE(Near(open.At(440, 190), 51, 51, 51));

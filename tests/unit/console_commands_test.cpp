@@ -178,16 +178,18 @@ TEST_F(ConsoleCommands, VidSettingPicksAModeAndRestarts) {
     static int purged;
     purged = 0;
     g_hooks.purgeTextures = [] { purged++; };
-    ExecuteCommand("VID_SETTING 3");
+    ExecuteCommand("VID_SETTING 1");
     g_hooks.purgeTextures = nullptr;
-    EXPECT_EQ(g_window.width, 1024);
-    EXPECT_EQ(g_window.height, 768);
+    EXPECT_EQ(g_window.width, 640);
+    EXPECT_EQ(g_window.height, 480);
     EXPECT_EQ(g_window.fullScreen, 1);
     EXPECT_EQ(purged, 1);
     // No display in unit tests: the restart's window creation fails with its message box.
     EXPECT_EQ(g_boxes, 1);
     EXPECT_EQ(g_lastBox, "halix_Renderer : Failed To Register The Window Class.");
     EXPECT_EQ(g_window.window, nullptr);
+    ExecuteCommand("VID_SETTING 6");
+    EXPECT_EQ(g_window.height, 1200);
 }
 
 TEST_F(ConsoleCommands, VidRestartRunsItsStepsInOrderAndDiscardsTheTimeTheyTook) {

@@ -32,6 +32,22 @@ static void AddRamp(ShapeMesh* mesh, const LevelShape& s, float texScale) {
     mesh->transform = keep;
 }
 
+// A backdrop seen from within: each triangle turned to face the axis, and its picture
+// flipped both ways so that it reads upright and the right way round from inside.
+static void TurnInside(ShapeMesh* mesh, size_t first) {
+    for (size_t i = first; i < mesh->triangles.size(); i++) {
+        ShapeTriangle& tri = mesh->triangles[i];
+        std::swap(tri.v[1], tri.v[2]);
+        for (int a = 0; a < 2; a++) {
+            std::swap(tri.uv[1][a], tri.uv[2][a]);
+        }
+        for (int k = 0; k < 3; k++) {
+            tri.uv[k][0] = -tri.uv[k][0];
+            tri.uv[k][1] = -tri.uv[k][1];
+        }
+    }
+}
+
 static void AddCard(ShapeMesh* mesh, const LevelShape& s) {
     float x = s.v[0], y = s.v[1], z = s.v[2], h = s.v[3] * 0.5f, top = s.v[1] + s.v[4];
     for (int turn = 0; turn < 2; turn++) {
@@ -61,7 +77,10 @@ ShapeMesh PieceMesh(const LevelPiece& piece) {
                 break;
             case kShapeCylinder:
                 mesh.transform = TurnAbout(lo, s.turn);
-                mesh.AddCylinder(lo, s.v[3], s.v[5], s.v[4], s.sides, true, t);
+                mesh.AddCylinder(lo, s.v[3], s.v[5], s.v[4], s.sides, !s.inside, t);
+                if (s.inside) {
+                    TurnInside(&mesh, first);
+                }
                 break;
             case kShapeBlob: {
                 mesh.transform = TurnAbout(lo, s.turn);
@@ -170,7 +189,8 @@ bool GenerateLevels(AssetList* list, const std::string& contentDirectory, bool b
                 return false;
             }
             // The levels the game plays in turn must be playable; title and closing scenes need not.
-            if (strcmp(folder, "levels") == 0 && IsNumberedLevel(name) && !CheckPlayableLevel(source, error)) {
+            if (strcmp(folder, "levels") == 0 && IsNumberedLevel(name) &&
+                !CheckPlayableLevel(source, error)) {
                 return false;
             }
             std::string resource = std::string(folder) + "\\" + name.substr(0, name.size() - 4) + ".vlc";

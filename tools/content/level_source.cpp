@@ -102,6 +102,11 @@ bool ParseShape(Parser& p, const std::vector<std::string>& w) {
         next = 4;
         bool radius = false, height = false, top = false;
         while (next < w.size() && w[next] != "turn") {
+            if (w[next] == "inside") {
+                s.inside = 1;
+                next++;
+                continue;
+            }
             float value = 0;
             if (next + 1 >= w.size() || !Number(w[next + 1], &value)) {
                 return p.Fail("cylinder: '" + w[next] + "' needs a number after it");
@@ -118,7 +123,7 @@ bool ParseShape(Parser& p, const std::vector<std::string>& w) {
             } else if (w[next] == "sides") {
                 s.sides = static_cast<int>(value);
             } else {
-                return p.Fail("cylinder has radius, height, top and sides, not '" + w[next] + "'");
+                return p.Fail("cylinder has radius, height, top, sides and inside, not '" + w[next] + "'");
             }
             next += 2;
         }

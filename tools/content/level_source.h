@@ -11,7 +11,7 @@
 //       dist = 600
 //
 // Shapes (all in world units, y up): box x0 y0 z0 x1 y1 z1; ramp x0 y0 z0 x1 y1 z1
-// rise +x|-x|+z|-z; cylinder x y z radius R height H [top R2] [sides N]; blob x y z
+// rise +x|-x|+z|-z; cylinder x y z radius R height H [top R2] [sides N] [inside]; blob x y z
 // rx ry rz; sheet x0 y z0 x1 z1 [cells N]; card x y z width W height H (two crossed
 // upright quads). Any shape may end in "turn DEGREES" (about the vertical axis
 // through its centre). Piece flags: solid, castsnoshadow, receivesnoshadow, gllit,
@@ -28,6 +28,7 @@ struct LevelShape {
     float v[8];  // the shape's numbers in the order of its line
     int sides;   // cylinder sides, sheet cells
     int rise;    // ramp: 0 +x, 1 -x, 2 +z, 3 -z
+    int inside;  // cylinder: seen from within (sides facing the axis, no caps)
     float turn;  // degrees about the vertical axis through the shape's centre
     int line;
 };

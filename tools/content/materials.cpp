@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "noise.h"
 
@@ -339,6 +340,293 @@ Image MakeCloth(int size, Colour base, uint32_t seed) {
             float n = Fbm(x * 8.0f / size, y * 8.0f / size, 8, 3, seed);
             bool warp = ((x / 2) + (y / 2)) % 2 == 0;
             Colour c = Shade(base, (warp ? 1.0f : 0.85f) * (0.85f + 0.25f * n));
+            c.a = 1.0f;
+            img.Set(x, y, c);
+        }
+    }
+    return img;
+}
+
+static float Clamp01(float v) {
+    return std::clamp(v, 0.0f, 1.0f);
+}
+
+Image MakeSnow(int size, uint32_t seed) {
+    Image img(size, size);
+    const Colour shadow = Rgb(196, 210, 236), lit = Rgb(248, 250, 255);
+    // The drifts' height field, sampled once so the shading can look at neighbours.
+    std::vector<float> h(static_cast<size_t>(size) * size);
+    for (int y = 0; y < size; y++) {
+        for (int x = 0; x < size; x++) {
+            h[y * size + x] = Fbm(x * 3.0f / size, y * 3.0f / size, 3, 5, seed);
+        }
+    }
+    for (int y = 0; y < size; y++) {
+        for (int x = 0; x < size; x++) {
+            // Light from the top left: a slope facing it is bright, the far side blue.
+            int x0 = (x + size - 2) % size, y0 = (y + size - 2) % size;
+            int x1 = (x + 2) % size, y1 = (y + 2) % size;
+            float slope = (h[y0 * size + x0] - h[y1 * size + x1]) * size / 24.0f;
+            float k = Clamp01(0.7f + slope + 0.2f * (h[y * size + x] - 0.5f));
+            Colour c = Mix(shadow, lit, k);
+            float grain = Fbm(x * 32.0f / size, y * 32.0f / size, 32, 2, seed + 7u);
+            c = Shade(c, 0.94f + 0.08f * grain);
+            float glint = Hash01(x, y, seed + 11u);
+            if (glint > 0.994f) {
+                c = Mix(c, glint > 0.998f ? Rgb(255, 255, 255) : Rgb(200, 235, 255), 0.9f);
+            }
+            c.a = 1.0f;
+            img.Set(x, y, c);
+        }
+    }
+    return img;
+}
+
+Image MakeIce(int size, uint32_t seed) {
+    Image img(size, size);
+    const Colour deep = Rgb(70, 130, 185), pale = Rgb(190, 225, 245);
+    for (int y = 0; y < size; y++) {
+        for (int x = 0; x < size; x++) {
+            float cloud = Fbm(x * 4.0f / size, y * 4.0f / size, 4, 5, seed);
+            // Streaks lean along the diagonal, stretched by sampling one axis slowly.
+            float streak = Fbm((x + y) * 2.0f / size, (x - y + size) * 16.0f / size, 2, 3, seed + 3u);
+            Colour c = Mix(deep, pale, Clamp01(0.2f + 0.9f * cloud * cloud + 0.5f * (streak - 0.5f)));
+            float f1, f2;
+            uint32_t id;
+            Cellular(x * 5.0f / size, y * 5.0f / size, 5, seed + 5u, &f1, &f2, &id);
+            if (f2 - f1 < 0.035f) {
+                c = Mix(c, Rgb(240, 250, 255), 0.75f);  // a crack catching the light
+            } else if (f2 - f1 < 0.07f) {
+                c = Shade(c, 0.85f);  // its shadow in the ice
+            }
+            float bubble = Hash01(x / 2, y / 2, seed + 9u);
+            if (bubble > 0.996f) {
+                c = Mix(c, Rgb(255, 255, 255), 0.6f);
+            }
+            c.a = 1.0f;
+            img.Set(x, y, c);
+        }
+    }
+    return img;
+}
+
+Image MakePine(int size, uint32_t seed) {
+    Image img(size, size);
+    const Colour dark = Rgb(18, 46, 38), mid = Rgb(40, 84, 64), snow = Rgb(232, 240, 252);
+    // Clear texels carry the needles' middle colour so filtering does not rim them in black.
+    img.Fill(Colour{mid.r, mid.g, mid.b, 0.0f});
+    const int twigs = size * 3 / 4;
+    for (int i = 0; i < twigs; i++) {
+        float cx = Hash01(i, 1, seed) * size, cy = Hash01(i, 2, seed) * size;
+        float len = size * (0.12f + 0.08f * Hash01(i, 3, seed));
+        float ang = -0.5f + Hash01(i, 4, seed);  // twigs droop a little either way
+        float ca = std::cos(ang), sa = std::sin(ang);
+        int reach = static_cast<int>(len) + 3;
+        for (int y = -reach; y <= reach; y++) {
+            for (int x = -reach; x <= reach; x++) {
+                // Along the twig (t) and across it (s); needles fan out down to either side.
+                float t = (x * ca + y * sa) / len, s = (-x * sa + y * ca) / len;
+                if (t < -1.0f || t > 1.0f) {
+                    continue;
+                }
+                float width = 0.42f * (1.0f - 0.6f * std::fabs(t));
+                if (std::fabs(s) > width) {
+                    continue;
+                }
+                // Needles: stripes running slantwise off the twig.
+                float needle = std::fabs(std::sin((t * 9.0f + std::fabs(s) * 14.0f) * 3.14159f));
+                if (needle < 0.2f && std::fabs(s) > 0.04f) {
+                    continue;
+                }
+                Colour c = Mix(dark, mid, Clamp01(0.3f + 0.7f * needle - std::fabs(s)));
+                if (s < -0.22f && Hash01(i, static_cast<int>((t + 1.0f) * 6.0f), seed + 7u) > 0.5f) {
+                    c = Mix(c, snow, 0.85f);  // snow resting on the upper needles
+                }
+                c.a = 1.0f;
+                int px = ((static_cast<int>(cx) + x) % size + size) % size;
+                int py = ((static_cast<int>(cy) + y) % size + size) % size;
+                img.Set(px, py, c);
+            }
+        }
+    }
+    return img;
+}
+
+void AddFrost(Image* img, float amount, uint32_t seed) {
+    const int w = img->width, h = img->height;
+    const Colour rime = Rgb(226, 236, 250);
+    for (int y = 0; y < h; y++) {
+        for (int x = 0; x < w; x++) {
+            Colour c = img->Get(x, y);
+            float patch = Fbm(x * 6.0f / w, y * 6.0f / h, 6, 4, seed);
+            float darkness = 1.0f - (c.r + c.g + c.b) / 3.0f;
+            float k = Clamp01((patch - 0.55f + amount * 0.5f) * 3.0f + darkness * amount * 0.6f) * amount;
+            // Cold light: the picture's own colour is cooled before the rime goes over it.
+            Colour cool = Colour{c.r * 0.85f, c.g * 0.92f, std::min(1.0f, c.b * 1.08f), c.a};
+            Colour out = Mix(cool, rime, k);
+            if (k > 0.3f && Hash01(x, y, seed + 3u) > 0.992f) {
+                out = Rgb(255, 255, 255);
+            }
+            out.a = c.a;
+            img->Set(x, y, out);
+        }
+    }
+}
+
+Image MakeSky(int size, const SkyLook& look, uint32_t seed) {
+    Image img(size, size);
+    // The clouds' density, flatter and thinner toward the horizon as seen from far below.
+    std::vector<float> density(static_cast<size_t>(size) * size);
+    for (int y = 0; y < size; y++) {
+        float t = static_cast<float>(y) / (size - 1);
+        float squash = 4.0f + 8.0f * t;
+        for (int x = 0; x < size; x++) {
+            density[y * size + x] = Fbm(x * 4.0f / size, y * squash / size, 4, 6, seed);
+        }
+    }
+    const int reach = std::max(1, size / 48);
+    for (int y = 0; y < size; y++) {
+        float t = static_cast<float>(y) / (size - 1);  // 0 at the zenith, 1 at the horizon
+        Colour sky = Mix(look.zenith, look.horizon, t * t);
+        const float* row = &density[y * size];
+        const float* below = &density[std::min(size - 1, y + reach) * size];
+        const float* above = &density[std::max(0, y - reach) * size];
+        for (int x = 0; x < size; x++) {
+            float cloud = Clamp01((row[x] - (0.62f - 0.3f * look.cover)) * 3.5f);
+            // Shading: more cloud below than above means a top lit by the sky.
+            float litFromAbove = Clamp01(0.5f + (below[x] - above[x]) * 4.0f);
+            float lit = look.underglow * (1.0f - litFromAbove) + (1.0f - look.underglow) * litFromAbove;
+            lit = Clamp01(lit * (1.0f - 0.4f * look.underglow) + look.underglow * 0.6f * t);
+            Colour cc = Mix(look.cloudDark, look.cloudLit, lit);
+            Colour c = Mix(sky, cc, cloud * (1.0f - 0.35f * t));
+            if (look.stars > 0) {
+                // Stars show where the clouds are thin.
+                float star = Hash01(x, y, seed + 17u);
+                float chance = look.stars / 65536.0f;
+                if (star < chance) {
+                    float b = 0.45f + 0.55f * Hash01(x, y, seed + 19u);
+                    c = Mix(c, Rgb(235, 240, 255), b * (1.0f - cloud) * (1.0f - 0.6f * t));
+                }
+            }
+            c.a = 1.0f;
+            img.Set(x, y, c);
+        }
+    }
+    if (look.stars > 0) {
+        // The brightest stars: a soft cross of light around a white core, on the clear sky.
+        int bright = look.stars / 24 * size / 256 * size / 256;
+        for (int i = 0; i < bright; i++) {
+            int sx = static_cast<int>(Hash01(i, 1, seed + 23u) * size);
+            int sy = static_cast<int>(Hash01(i, 2, seed + 23u) * size * 0.8f);
+            for (int d = -3; d <= 3; d++) {
+                float a = 0.55f * (1.0f - std::fabs(static_cast<float>(d)) / 4.0f);
+                img.Blend((sx + d + size) % size, sy, Colour{0.9f, 0.94f, 1.0f, a});
+                img.Blend(sx, std::clamp(sy + d, 0, size - 1), Colour{0.9f, 0.94f, 1.0f, a});
+            }
+            img.Set(sx, sy, Rgb(255, 255, 255));
+        }
+    }
+    if (look.moonRadius > 0.0f) {
+        // A pale moon with grey seas on its face and a halo in the haze around it.
+        float mx = look.moonX * size, my = look.moonY * size, r = look.moonRadius * size;
+        for (int y = static_cast<int>(my - 4 * r); y <= static_cast<int>(my + 4 * r); y++) {
+            for (int x = static_cast<int>(mx - 4 * r); x <= static_cast<int>(mx + 4 * r); x++) {
+                if (y < 0 || y >= size) {
+                    continue;
+                }
+                float d = std::hypot(x - mx, y - my) / r;
+                int px = (x + size) % size;
+                if (d < 1.0f) {
+                    float sea =
+                        Fbm((x - mx) * 3.0f / r + 8.0f, (y - my) * 3.0f / r + 8.0f, 64, 3, seed + 29u);
+                    Colour face = Mix(Rgb(250, 248, 232), Rgb(178, 182, 196), Clamp01((sea - 0.5f) * 3.0f));
+                    face = Shade(face, 1.0f - 0.25f * d * d);  // darker toward the limb
+                    float edge = Clamp01((1.0f - d) * r);
+                    img.Blend(px, y, Colour{face.r, face.g, face.b, edge});
+                } else {
+                    float fade = Clamp01(1.0f - (d - 1.0f) / 3.0f);
+                    float halo = 0.35f * fade * fade;
+                    img.Blend(px, y, Colour{0.75f, 0.82f, 0.95f, halo});
+                }
+            }
+        }
+    }
+    return img;
+}
+
+// The row of a hill layer's ridge at column x (layer 0 farthest).
+static float HillRidge(int size, int layer, int x, uint32_t seed) {
+    static const float kBase[3] = {0.30f, 0.42f, 0.56f}, kAmp[3] = {0.12f, 0.10f, 0.08f};
+    int period = 3 + 2 * layer;
+    float u = x * static_cast<float>(period) / size;
+    return size *
+           (kBase[layer] - kAmp[layer] * (Fbm(u, layer * 7.0f, period, 4, seed + layer) - 0.45f) * 2.0f);
+}
+
+Image MakeHills(int size, Colour near, Colour haze, bool snow, uint32_t seed) {
+    Image img(size, size);
+    img.Fill(Colour{haze.r, haze.g, haze.b, 0.0f});
+    const int layers = 3;
+    for (int layer = 0; layer < layers; layer++) {
+        // The farthest layer first, highest and palest; each nearer one paints over it.
+        float depth = static_cast<float>(layers - 1 - layer) / (layers - 1);  // 1 far .. 0 near
+        Colour body = Mix(near, haze, 0.15f + 0.6f * depth);
+        for (int x = 0; x < size; x++) {
+            float ridge = HillRidge(size, layer, x, seed);
+            for (int y = std::max(0, static_cast<int>(ridge)); y < size; y++) {
+                float below = (y - ridge) / size;  // 0 on the ridge, growing downwards
+                float grain = Fbm(x * 16.0f / size, y * 16.0f / size, 16, 3, seed + 31u + layer);
+                Colour c = Shade(body, 0.92f + 0.16f * grain - 0.3f * std::min(below * 2.0f, 0.5f));
+                if (snow) {
+                    // Snow over the ridges, bluer in the hollows; thin where the slope is steep.
+                    Colour white = Mix(Rgb(230, 238, 252), haze, 0.3f + 0.45f * depth);
+                    c = Mix(c, white, Clamp01(1.0f - below * (1.0f + 3.0f * grain)));
+                }
+                // The edge against the sky is softened over one texel.
+                float edge = Clamp01(y + 1.0f - ridge);
+                Colour old = img.Get(x, y);
+                Colour mixed = Mix(old.a > 0.0f ? old : c, c, edge);
+                mixed.a = std::max(old.a, edge);
+                img.Set(x, y, mixed);
+            }
+        }
+    }
+    if (snow) {
+        // Pines on the nearest hills: dark narrow cones standing on the snow.
+        int trees = size / 4;
+        for (int i = 0; i < trees; i++) {
+            int tx = static_cast<int>(Hash01(i, 1, seed + 41u) * size);
+            float ty =
+                HillRidge(size, layers - 1, tx, seed) + size * (0.02f + 0.10f * Hash01(i, 2, seed + 41u));
+            float th = size * (0.04f + 0.05f * Hash01(i, 3, seed + 41u));
+            for (int y = static_cast<int>(ty - th); y <= static_cast<int>(ty); y++) {
+                float f = (y - (ty - th)) / th;  // 0 at the tip, 1 at the foot
+                float half = 0.28f * th * f + 0.5f;
+                for (int x = static_cast<int>(tx - half); x <= static_cast<int>(tx + half); x++) {
+                    Colour c = Mix(Rgb(16, 34, 36), haze, 0.2f);
+                    if (x < tx && ((y + x) % 5 == 0)) {
+                        c = Rgb(200, 214, 236);  // snow caught on a bough
+                    }
+                    img.Set((x + size) % size, std::clamp(y, 0, size - 1), c);
+                }
+            }
+        }
+    }
+    return img;
+}
+
+Image MakeFarWater(int size, Colour deep, Colour horizon, uint32_t seed) {
+    Image img(size, size);
+    for (int y = 0; y < size; y++) {
+        float t = static_cast<float>(y) / (size - 1);  // 0 at the horizon (top), 1 near (bottom)
+        Colour base = Mix(horizon, deep, std::sqrt(t));
+        float squash = 96.0f - 64.0f * t;  // ripples crowd together toward the horizon
+        for (int x = 0; x < size; x++) {
+            float n = Fbm(x * 8.0f / size, y * squash / size, 8, 4, seed);
+            Colour c = Shade(base, 0.85f + 0.3f * n);
+            if (n > 0.68f) {
+                c = Mix(c, horizon, (n - 0.68f) * 3.0f);  // a glint on a ripple's crest
+            }
             c.a = 1.0f;
             img.Set(x, y, c);
         }

@@ -31,3 +31,40 @@ Image MakeBelt(int size, uint32_t seed);
 Image MakeRock(int size, Colour base, uint32_t seed);
 // Light fabric / canvas weave.
 Image MakeCloth(int size, Colour base, uint32_t seed);
+
+// The frozen garden's ground: soft drifts shaded blue in their hollows, fine
+// grain and a scatter of sparkling crystals.
+Image MakeSnow(int size, uint32_t seed);
+// Clear blue ice: clouded depths, pale streaks and bright cracks.
+Image MakeIce(int size, uint32_t seed);
+// Pine twigs over transparency: dark needles fanning from each twig, snow on their
+// upper sides (alpha 0 between twigs).
+Image MakePine(int size, uint32_t seed);
+// Rime over any picture: frost gathers in white-blue patches where the noise is high
+// and on the darker texels (joints, cracks), with a few glints; amount 0..1.
+void AddFrost(Image* img, float amount, uint32_t seed);
+
+// The colours of a sky picture (see MakeSky).
+struct SkyLook {
+    Colour zenith;       // the top row
+    Colour horizon;      // the bottom row
+    Colour cloudLit;     // cloud tops (or, with underglow, cloud bellies)
+    Colour cloudDark;    // the shaded side of the clouds
+    float cover;         // 0 clear .. 1 overcast
+    float underglow;     // 0 clouds lit from above .. 1 lit from below (a storm over a fire)
+    int stars;           // stars per 256 x 256 texels
+    float moonX, moonY;  // the moon's centre as fractions of the picture's width and height
+    float moonRadius;    // as a fraction of the width; 0 for no moon
+};
+// A sky for a backdrop around a level: top row the zenith, bottom row the horizon,
+// clouds flattened toward the horizon. Tiles horizontally (not vertically: it is
+// meant to be mapped once from the horizon up).
+Image MakeSky(int size, const SkyLook& look, uint32_t seed);
+// A band of distant hills for a backdrop: layers of ridges, the farther ones higher,
+// paler and bluer with the haze, over transparency above the top ridge. With snow
+// set, the ridges are snow-covered with dark pines on the nearest. Tiles horizontally;
+// the bottom rows are solid ground.
+Image MakeHills(int size, Colour near, Colour haze, bool snow, uint32_t seed);
+// Water out to the horizon, for below a backdrop's hills: deep colour at the bottom
+// row, the horizon colour at the top, with long glinting ripples. Tiles horizontally.
+Image MakeFarWater(int size, Colour deep, Colour horizon, uint32_t seed);
