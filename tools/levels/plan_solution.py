@@ -38,6 +38,12 @@ STEP = 2.25  # walking distance per tick
 TURN = 4.5   # turning per tick
 
 
+class StepFailed(Exception):
+    """A step that cannot be carried out from where the plan has got to (the player is gone,
+    a jump never lands, a belt never carries far enough): fatal, except inside a dodge, where it
+    only means that wait was not the one."""
+
+
 class Plan:
     def __init__(self, sim, run):
         self.sim = os.path.abspath(sim)
@@ -102,7 +108,7 @@ class Plan:
         if self.cursor == 0:
             return None
         if self.cursor - 1 not in states:
-            sys.exit("plan: no player before tick %d: %s" % (self.cursor, "; ".join(lines)))
+            raise StepFailed("no player before tick %d: %s" % (self.cursor, "; ".join(lines)))
         return states[self.cursor - 1]
 
     def face(self, yaw):
@@ -138,7 +144,7 @@ class Plan:
         for t in range(first, self.cursor + 400):
             if t in states and states[t][5]:
                 return t
-        sys.exit("plan: the jump from tick %d never lands" % self.cursor)
+        raise StepFailed("the jump from tick %d never lands" % self.cursor)
 
     def jump(self, running):
         # A jump needs ground under the feet: wait for it (the start of a level drops one unit).
@@ -164,7 +170,7 @@ class Plan:
             if m:
                 self.cursor = int(m.group(1)) + 1
                 return
-        sys.exit("plan: the level is not completed: %s" % "; ".join(lines))
+        raise StepFailed("the level is not completed: %s" % "; ".join(lines))
 
     def survives(self):
         _, lines = self.simulate(self.cursor + 5)
@@ -174,7 +180,10 @@ class Plan:
         saved = (self.cursor, list(self.spans), list(self.notes))
         for w in range(limit):
             self.cursor, self.spans, self.notes = saved[0] + w, list(saved[1]), list(saved[2])
-            self.step(words, lineno)
+            try:
+                self.step(words, lineno)
+            except StepFailed:
+                continue
             if self.survives():
                 self.notes.append((saved[0], "(waited %d ticks)" % w))
                 return
@@ -210,7 +219,7 @@ class Plan:
             while t in states and states[t][2] > args[0]:
                 t += 1
             if t not in states:
-                sys.exit("plan line %d: never carried past z %g" % (lineno, args[0]))
+                raise StepFailed("never carried past z %g" % args[0])
             self.cursor = t + 1
         elif cmd == "wait":
             self.cursor += int(args[0])
@@ -226,7 +235,10 @@ def make_solution(sim, run, plan_path, out_path):
         for n, raw in enumerate(f, 1):
             words = raw.split("#", 1)[0].split()
             if words:
-                plan.step(words, n)
+                try:
+                    plan.step(words, n)
+                except StepFailed as failed:
+                    sys.exit("plan line %d: %s" % (n, failed))
     with open(out_path, "w") as f:
         f.write("# Written by tools/levels/plan_solution.py from %s\n" % os.path.basename(plan_path))
         f.write(plan.text(plan.cursor + 1))
