@@ -39,6 +39,15 @@ TEST(PlatformText, EveryDefinedByteSurvivesTheRoundTrip) {
     }
 }
 
+// A short buffer takes whole characters only and always keeps its terminator.
+TEST(PlatformText, AShortBufferTakesWholeCharactersAndKeepsItsEnd) {
+    char out[8];
+    Sys_Utf8From1252("ab\x80" "c", out, 6);  // the euro sign is three bytes
+    EXPECT_STREQ(out, "ab\xE2\x82\xAC");
+    Sys_Utf8From1252("abc\x80", out, 6);
+    EXPECT_STREQ(out, "abc");
+}
+
 TEST(PlatformText, BrokenUtf8BecomesOneQuestionMarkEach) {
     const char* const cases[][2] = {
         {"\xA3", "?"},                  // a continuation byte on its own
