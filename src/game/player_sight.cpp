@@ -13,9 +13,6 @@
 #include "resources/mesh.h"
 #include "resources/model.h"
 
-static const unsigned char kPieceTwoSided = 0x08;
-static const unsigned char kPieceHidden = 0x10;
-
 // Heights of the sight points as fractions of the player's model, from its feet.
 static const float kBodyPoints[] = {0.15f, 0.5f, 0.9f};
 
@@ -68,7 +65,7 @@ void SightBlockers::Build(const Location& location) {
         const LocationPiece* piece = location.pieces[i];
         if (piece && piece->model.frameVertices && !(piece->model.modelFlag & kPieceHidden)) {
             AddPiece(piece->model.frameVertices, piece->model.frameTriangles,
-                     (piece->model.modelFlag & kPieceTwoSided) != 0);
+                     (piece->model.modelFlag & kPieceNoCull) != 0);
         }
     }
 }

@@ -15,11 +15,6 @@
 #include "resources/mesh.h"
 #include "resources/texture_manager.h"
 
-static const unsigned char kPieceUseLights = 0x04;
-static const unsigned char kPieceTwoSided = 0x08;
-static const unsigned char kPieceHidden = 0x10;
-static const unsigned char kPieceOutlined = 0x40;
-
 int g_sceneScissor = 1;
 int g_piecesFrontToBack = 1;
 
@@ -100,13 +95,13 @@ static void DrawPiece(const Location& location, int index) {
     const Mesh* frame = model.frames[0];
     BindPieceTexture(*piece);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
-    if (model.modelFlag & kPieceTwoSided) {
+    if (model.modelFlag & kPieceNoCull) {
         glDisable(GL_CULL_FACE);
     }
     glPushMatrix();
     const LightmapVertex* coords = location.lightmaps.coords[index];
     const float* vertices = MeshVertices(model);
-    if (!coords || (model.modelFlag & kPieceUseLights)) {
+    if (!coords || (model.modelFlag & kPieceGlLit)) {
         g_window.DrawMesh(vertices, model.frameTriangles, 0, 0, 0, 0, 0, 0, 1, 1, 1);
         glDisable(GL_BLEND);
     } else {
@@ -114,7 +109,7 @@ static void DrawPiece(const Location& location, int index) {
         g_window.DrawLightmappedMesh(vertices, model.frameTriangles, coords, location.lightmaps.glTextures, 0,
                                      0, 0, 0, 0, 0, 1, 1, 1);
     }
-    if (g_debug && (model.modelFlag & kPieceOutlined)) {
+    if (g_debug && (model.modelFlag & kPieceSolid)) {
         glDisable(GL_LIGHTING);
         glDisable(GL_TEXTURE_2D);
         glLineWidth(1.0f);
@@ -123,7 +118,7 @@ static void DrawPiece(const Location& location, int index) {
     }
     glPopMatrix();
     glDisable(GL_BLEND);
-    if (model.modelFlag & kPieceTwoSided) {
+    if (model.modelFlag & kPieceNoCull) {
         glEnable(GL_CULL_FACE);
     }
 }

@@ -15,6 +15,16 @@
 
 class ResourceManager;
 
+// Piece flag bits of the piece model's modelFlag, as the format stores them.
+enum {
+    kPieceReceivesNoShadow = 0x01,
+    kPieceCastsNoShadow = 0x02,
+    kPieceGlLit = 0x04,  // drawn with GL lights instead of its lightmap
+    kPieceNoCull = 0x08,
+    kPieceHidden = 0x10,
+    kPieceSolid = 0x40
+};
+
 struct LocationPiece {
     char name[50];
     char textureName[260];

@@ -21,6 +21,8 @@
 #include <string>
 #include <vector>
 
+#include "resources/location.h"
+
 enum LevelShapeKind { kShapeBox, kShapeRamp, kShapeCylinder, kShapeBlob, kShapeSheet, kShapeCard };
 
 struct LevelShape {
@@ -55,16 +57,6 @@ struct LevelSource {
     std::string name;
     std::vector<LevelPiece> pieces;
     std::vector<LevelEntity> entities;
-};
-
-// Piece flag bits as the location format stores them.
-enum {
-    kPieceReceivesNoShadow = 0x01,
-    kPieceCastsNoShadow = 0x02,
-    kPieceGlLit = 0x04,
-    kPieceNoCull = 0x08,
-    kPieceHidden = 0x10,
-    kPieceSolid = 0x40
 };
 
 // Parses a level source; false with "file:line: message" in error.
